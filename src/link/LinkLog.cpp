@@ -1,0 +1,4 @@
+#include "LinkLog.h"
+
+Q_LOGGING_CATEGORY(lcLink, "link", QtWarningMsg)
+Q_LOGGING_CATEGORY(lcTraffic, "link.traffic", QtWarningMsg)

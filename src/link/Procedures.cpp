@@ -1,0 +1,66 @@
+#include "Procedures.h"
+
+#include "CatPort.h"
+
+CatCommand setFreqCommand(qint64 frq, int vfo)
+{
+    const int op = vfo == 1 ? Op::SetVfoA : vfo == 2 ? Op::SetVfoB : 0;
+    // The digits of the number, from the right, into a store of eight places.
+    int digit[9] = {};
+    qint64 rest = frq < 0 ? -frq : frq;
+    for (int k = 1; k <= 8 && rest > 0; ++k) {
+        digit[k] = static_cast<int>(rest % 10);
+        rest /= 10;
+    }
+    return CatCommand::make(op, digit[7] + 16 * digit[8], digit[5] + 16 * digit[6], digit[3] + 16 * digit[4],
+                            digit[1] + 16 * digit[2]);
+}
+
+void SetFreq(CatPort& port, qint64 frq, int vfo)
+{
+    if (!port.isOpen())
+        return;
+    port.send(setFreqCommand(frq, vfo));
+}
+
+StatusReply Get_Status32(CatPort& port)
+{
+    StatusReply r;
+    if (!port.isOpen())
+        return r;
+    r.ran = true;
+    r.record = port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo), Wait::StatusCurrentVfo,
+                            /*clearFirst=*/true);
+    const QByteArray both =
+        port.request(CatCommand::make(Op::StatusRequest, StatusKind::BothVfos), Wait::StatusBothVfos);
+    r.record += both.mid(ReplySize::VfoRecord, ReplySize::VfoRecord);
+    return r;
+}
+
+FlagsReply GetFlags(CatPort& port, int arg)
+{
+    FlagsReply r;
+    if (!port.isOpen())
+        return r;
+    r.ran = true;
+    port.send(CatCommand::make(Op::ReadFlags, arg));
+    port.sleep(Wait::Flags);
+    r.waiting = port.waiting();
+    r.bytes = port.read();
+    return r;
+}
+
+MeterReplies readMeters(CatPort& port, int selector)
+{
+    MeterReplies m;
+    if (!port.isOpen())
+        return m;
+    m.ran = true;
+    m.mainS = port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, MeterSelector::MainS), Wait::Meter, true);
+    m.subS = port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, MeterSelector::SubS), Wait::Meter, true);
+    m.transmit = port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, selector), Wait::Meter, true);
+    m.pitch = port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, MeterSelector::CwPitch), Wait::Meter, true);
+    return m;
+}
+
+int firstByte(const QByteArray& reply) { return reply.isEmpty() ? 0 : static_cast<quint8>(reply[0]); }

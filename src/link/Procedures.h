@@ -1,0 +1,66 @@
+#pragma once
+// The radio link's procedures, run on the link thread: exactly the bytes and waits the radio needs.
+
+#include "CatCommand.h"
+
+#include <QByteArray>
+
+class CatPort;
+
+namespace Wait {
+// Every fixed wait on the link, in milliseconds.
+constexpr int StatusCurrentVfo = 100;
+constexpr int StatusBothVfos = 200;
+constexpr int Flags = 100;
+constexpr int Meter = 50;
+constexpr int ScopeMeter = 100;
+constexpr int ScopeTune = 50;
+constexpr int ChannelQueryShort = 150;  // "M > A", memory window opening
+constexpr int ChannelQueryLong = 250;   // "A > M", "VFO/M"
+constexpr int OneChannel = 250;
+constexpr int AllMemories = 5000;
+constexpr int Upload = 50;
+constexpr int Stepper = 50;
+constexpr int NavigatorRead = 75;
+constexpr int PortSettle = 50;
+}  // namespace Wait
+
+// The frame that sets a VFO: frq in units of 10 Hz as packed BCD, least significant pair first.
+// VFO 1 gives 0x0A, VFO 2 gives 0x8A, anything else an instruction byte of 0.
+CatCommand setFreqCommand(qint64 frq, int vfo);
+
+// Sends the frequency frame when the port is open.
+void SetFreq(CatPort& port, qint64 frq, int vfo);
+
+// One status read: bytes 1-16 from the current-VFO reply, then bytes 17-32 of the both-VFOs reply.
+struct StatusReply {
+    bool ran = false;  // false when the port was closed
+    QByteArray record;
+};
+StatusReply Get_Status32(CatPort& port);
+
+// One flags read with P4 = arg: the count of bytes waiting after the wait, and the bytes.
+struct FlagsReply {
+    bool ran = false;
+    int waiting = 0;
+    QByteArray bytes;
+};
+FlagsReply GetFlags(CatPort& port, int arg);
+
+// The four meter reads of a poll; stops after them (flags are not read) if any reply is empty.
+struct MeterReplies {
+    bool ran = false;
+    QByteArray mainS, subS, transmit, pitch;
+    bool complete() const { return !mainS.isEmpty() && !subS.isEmpty() && !transmit.isEmpty() && !pitch.isEmpty(); }
+};
+MeterReplies readMeters(CatPort& port, int selector);
+
+// A whole poll as the timer runs it: status; on a reply, meters; when they all answered, flags (arg 1).
+struct PollReplies {
+    StatusReply status;
+    MeterReplies meters;
+    FlagsReply flags;
+};
+
+// The first byte of a reply as a number, 0 when the reply is empty (a missing reply reads as 0).
+int firstByte(const QByteArray& reply);

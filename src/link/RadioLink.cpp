@@ -1,0 +1,176 @@
+#include "RadioLink.h"
+
+#include "Clock.h"
+#include "LinkLog.h"
+#include "RealClock.h"
+#include "SerialPort.h"
+
+#include <QCoreApplication>
+#include <QThread>
+#include <QTimer>
+#include <condition_variable>
+#include <mutex>
+
+RadioLink::RadioLink(PortFactory makePort, std::shared_ptr<Clock> clock, Mode mode, QObject* parent)
+    : QObject(parent), mode_(mode), clock_(std::move(clock))
+{
+    if (mode_ == Mode::Inline) {
+        port_ = makePort();
+        cat_ = std::make_unique<CatPort>(*port_, *clock_);
+        open_ = port_->isOpen();
+        return;
+    }
+    thread_ = new QThread;
+    thread_->setObjectName(QStringLiteral("link"));
+    worker_ = new QObject;
+    worker_->moveToThread(thread_);
+    thread_->start();
+    // The port is created on the link thread so that its notifications belong there.
+    QMetaObject::invokeMethod(
+        worker_,
+        [this, makePort] {
+            port_ = makePort();
+            cat_ = std::make_unique<CatPort>(*port_, *clock_);
+        },
+        Qt::BlockingQueuedConnection);
+}
+
+RadioLink::~RadioLink()
+{
+    shutdown();
+    if (thread_) {
+        QMetaObject::invokeMethod(
+            worker_,
+            [this] {
+                if (port_)
+                    port_->close();
+                cat_.reset();
+                port_.reset();
+            },
+            Qt::BlockingQueuedConnection);
+        thread_->quit();
+        thread_->wait();
+        delete worker_;
+        delete thread_;
+    }
+}
+
+void RadioLink::runOne(const Job& job)
+{
+    if (stopping_.load() || !cat_)
+        return;
+    job(*cat_);
+    afterJob();
+}
+
+void RadioLink::afterJob()
+{
+    const bool open = port_ && port_->isOpen();
+    if (open != open_.exchange(open)) {
+        QPointer<RadioLink> self(this);
+        if (mode_ == Mode::Inline)
+            emit portStateChanged(open);
+        else
+            QMetaObject::invokeMethod(this, [this, open] { emit portStateChanged(open); }, Qt::QueuedConnection);
+    }
+}
+
+void RadioLink::post(Job job)
+{
+    if (stopping_.load())
+        return;
+    if (mode_ == Mode::Inline) {
+        if (inlineRunning_) {
+            inlineQueue_.push_back(std::move(job));
+            return;
+        }
+        inlineRunning_ = true;
+        runOne(job);
+        while (!inlineQueue_.empty()) {
+            Job next = std::move(inlineQueue_.front());
+            inlineQueue_.erase(inlineQueue_.begin());
+            runOne(next);
+        }
+        inlineRunning_ = false;
+        return;
+    }
+    ++pending_;
+    QMetaObject::invokeMethod(
+        worker_,
+        [this, job = std::move(job)] {
+            runOne(job);
+            --pending_;
+        },
+        Qt::QueuedConnection);
+}
+
+bool RadioLink::postMerged(int kind, Job job)
+{
+    Q_ASSERT(kind >= 0 && kind < 16);
+    int expected = 0;
+    if (!kinds_[kind].compare_exchange_strong(expected, 1))
+        return false;
+    post([this, kind, job = std::move(job)](CatPort& port) {
+        job(port);
+        kinds_[kind] = 0;
+    });
+    // Inline mode ran it already (or queued it behind the running job); a dropped post releases the kind.
+    if (stopping_.load())
+        kinds_[kind] = 0;
+    return true;
+}
+
+bool RadioLink::busyWith(int kind) const { return kinds_[kind].load() != 0; }
+
+void RadioLink::deliver(QObject* ctx, std::function<void()> fn)
+{
+    if (!ctx)
+        return;
+    if (mode_ == Mode::Inline || QThread::currentThread() == ctx->thread()) {
+        fn();
+        return;
+    }
+    QMetaObject::invokeMethod(ctx, std::move(fn), Qt::QueuedConnection);
+}
+
+void RadioLink::runBlocking(const Job& fn)
+{
+    if (mode_ == Mode::Inline) {
+        if (cat_) {
+            fn(*cat_);
+            afterJob();
+        }
+        return;
+    }
+    if (QThread::currentThread() == thread_) {
+        fn(*cat_);
+        return;
+    }
+    QMetaObject::invokeMethod(
+        worker_,
+        [this, &fn] {
+            if (cat_) {
+                fn(*cat_);
+                afterJob();
+            }
+        },
+        Qt::BlockingQueuedConnection);
+}
+
+void RadioLink::shutdown()
+{
+    stopping_ = true;
+    if (auto* real = dynamic_cast<RealClock*>(clock_.get()))
+        real->interrupt();
+}
+
+void RadioLink::waitForIdle()
+{
+    if (mode_ == Mode::Inline)
+        return;
+    while (pending_.load() > 0) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        QThread::msleep(1);
+    }
+    QCoreApplication::processEvents();
+}

@@ -1,0 +1,88 @@
+#pragma once
+// The one owner of the serial port. Windows post jobs; the link runs them one at a time, in order,
+// on its own thread (or inline on the caller's thread in tests), and jobs hand results back with
+// deliver(), which runs a function on the receiver's thread.
+
+#include "CatPort.h"
+
+#include <QObject>
+#include <QPointer>
+#include <atomic>
+#include <functional>
+#include <memory>
+
+class SerialPort;
+class Clock;
+class QThread;
+
+class RadioLink : public QObject {
+    Q_OBJECT
+public:
+    using Job = std::function<void(CatPort&)>;
+    using PortFactory = std::function<std::unique_ptr<SerialPort>()>;
+
+    enum class Mode { Threaded, Inline };
+
+    // Threaded: the port is made by the factory on the link thread, which owns it from then on.
+    RadioLink(PortFactory makePort, std::shared_ptr<Clock> clock, Mode mode = Mode::Threaded,
+              QObject* parent = nullptr);
+    ~RadioLink() override;
+
+    Mode mode() const { return mode_; }
+
+    // Runs the job after every job posted before it.
+    void post(Job job);
+
+    // Posts the job unless one of the same kind is still waiting or running: ticks that fall due
+    // meanwhile are merged. Returns false when merged.
+    bool postMerged(int kind, Job job);
+    bool busyWith(int kind) const;
+
+    // From inside a job: run fn on the thread of ctx (skipped if ctx is gone). Inline: at once.
+    void deliver(QObject* ctx, std::function<void()> fn);
+
+    // Runs fn on the link thread and waits for it (after the jobs already posted). For the few
+    // operations whose answer the caller needs at once (opening the port from a dialog).
+    void runBlocking(const Job& fn);
+
+    // The port's open state as of the end of the last job; safe from any thread.
+    bool portOpen() const { return open_.load(); }
+
+    // Interrupts the sleep of the running job and drops the jobs still waiting (closing the program).
+    void shutdown();
+
+    // Tests: waits until every posted job has run (threaded mode).
+    void waitForIdle();
+    int pendingJobs() const { return pending_.load(); }
+
+signals:
+    // Emitted on the receiver's side after each job: the port state may have changed.
+    void portStateChanged(bool open);
+
+private:
+    void runOne(const Job& job);
+    void afterJob();
+
+    Mode mode_;
+    std::shared_ptr<Clock> clock_;
+    std::unique_ptr<SerialPort> port_;
+    std::unique_ptr<CatPort> cat_;
+    QThread* thread_ = nullptr;
+    QObject* worker_ = nullptr;  // lives on the link thread
+    std::atomic<bool> open_{false};
+    std::atomic<int> pending_{0};
+    std::atomic<bool> stopping_{false};
+    std::atomic<int> kinds_[16] = {};
+    // Inline mode: jobs posted from inside a job wait here until the running one ends.
+    std::vector<Job> inlineQueue_;
+    bool inlineRunning_ = false;
+};
+
+// Kinds of mergeable jobs.
+namespace JobKind {
+constexpr int Poll = 1;
+constexpr int Stepper = 2;
+constexpr int Slider = 3;
+constexpr int SRecord = 4;
+constexpr int Reconnect = 5;
+}  // namespace JobKind
