@@ -1,0 +1,19 @@
+#pragma once
+// What the band scope uses of the main window it sits in.
+
+#include <QString>
+
+class RadioLink;
+
+class ScopeHost {
+public:
+    virtual ~ScopeHost() = default;
+    virtual RadioLink& link() = 0;
+    virtual bool portOpen() const = 0;
+    virtual void setPollEnabled(bool on) = 0;          // Timer1
+    virtual double vfoKHz(int receiver) const = 0;     // 1 Main (VFO-A), 2 Sub (VFO-B)
+    virtual void setFrequencyDisplay(int receiver, const QString& caption) = 0;  // Label2(r)
+    virtual void setMainSMeter(int percent) = 0;       // axPanel1
+    virtual bool dualShown() const = 0;                // Label1(0) "DUAL" visible
+    virtual void pressKey(int index) = 0;              // Key_Click(index), e.g. 20 "&Dual"
+};
