@@ -1,0 +1,221 @@
+#include "SimHost.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <stdlib.h>
+#include <termios.h>
+#include <unistd.h>
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <deque>
+
+namespace {
+using SteadyClock = std::chrono::steady_clock;
+
+// While a fault hook is installed the host looks for unsolicited bytes this often; without one it still
+// wakes now and then, so that a hook installed meanwhile is noticed.
+constexpr auto HookIdlePeriod = std::chrono::milliseconds(20);
+constexpr auto IdlePeriod = std::chrono::milliseconds(100);
+constexpr int CommandBytes = 5;
+
+QString systemError(const char* what)
+{
+    return QStringLiteral("%1: %2").arg(QLatin1String(what), QString::fromLocal8Bit(std::strerror(errno)));
+}
+
+bool fail(QString* error, const QString& text)
+{
+    if (error)
+        *error = text;
+    return false;
+}
+
+void closeFd(int& fd)
+{
+    if (fd >= 0)
+        ::close(fd);
+    fd = -1;
+}
+
+void setFlags(int fd, int fdFlags, int statusFlags)
+{
+    ::fcntl(fd, F_SETFD, ::fcntl(fd, F_GETFD) | fdFlags);
+    ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) | statusFlags);
+}
+
+// The line as the radio's port has it, and raw, so no byte is translated, echoed or held back.
+bool makeRaw(int fd)
+{
+    termios t{};
+    if (::tcgetattr(fd, &t) != 0)
+        return false;
+    ::cfmakeraw(&t);
+    ::cfsetispeed(&t, B4800);
+    ::cfsetospeed(&t, B4800);
+    t.c_cflag &= ~(CSIZE | PARENB);
+    t.c_cflag |= CS8 | CSTOPB | CLOCAL | CREAD;
+    t.c_cc[VMIN] = 1;
+    t.c_cc[VTIME] = 0;
+    return ::tcsetattr(fd, TCSANOW, &t) == 0;
+}
+}  // namespace
+
+SimHost::SimHost(VirtualRadio::Model model) : radio_(model) {}
+
+SimHost::~SimHost()
+{
+    stop();
+}
+
+VirtualRadio& SimHost::radio()
+{
+    return radio_;
+}
+
+QString SimHost::devicePath() const
+{
+    return path_;
+}
+
+bool SimHost::start(QString* error)
+{
+    if (thread_.joinable())
+        return true;
+    master_ = ::posix_openpt(O_RDWR | O_NOCTTY);
+    if (master_ < 0)
+        return fail(error, systemError("posix_openpt"));
+    char name[128] = {};
+    if (::grantpt(master_) != 0 || ::unlockpt(master_) != 0 || ::ptsname_r(master_, name, sizeof name) != 0) {
+        const QString text = systemError("pseudo-terminal");
+        closeAll();
+        return fail(error, text);
+    }
+    path_ = QString::fromLocal8Bit(name);
+    slave_ = ::open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (slave_ < 0 || !makeRaw(slave_) || ::pipe2(wake_, O_CLOEXEC | O_NONBLOCK) != 0) {
+        const QString text = systemError("pseudo-terminal");
+        closeAll();
+        return fail(error, text);
+    }
+    setFlags(master_, FD_CLOEXEC, O_NONBLOCK);
+    since_.start();
+    thread_ = std::thread([this] { serve(); });
+    return true;
+}
+
+void SimHost::stop()
+{
+    if (thread_.joinable()) {
+        const char stopByte = 1;
+        [[maybe_unused]] const ssize_t n = ::write(wake_[1], &stopByte, 1);
+        thread_.join();
+    }
+    closeAll();
+}
+
+void SimHost::closeAll()
+{
+    closeFd(slave_);
+    closeFd(master_);
+    closeFd(wake_[0]);
+    closeFd(wake_[1]);
+}
+
+QList<SimHost::LogEntry> SimHost::log() const
+{
+    std::lock_guard lock(logMutex_);
+    return log_;
+}
+
+void SimHost::clearLog()
+{
+    std::lock_guard lock(logMutex_);
+    log_.clear();
+}
+
+void SimHost::serve()
+{
+    using namespace std::chrono;
+    const auto byteTime = duration_cast<SteadyClock::duration>(duration<double, std::milli>(SimLine::ByteMs));
+    const auto frameTimeout = milliseconds(SimLine::FrameTimeoutMs);
+
+    // Reply bytes waiting for their moment on the line.
+    std::deque<std::pair<SteadyClock::time_point, char>> out;
+    // When the outgoing line will have sent its last queued byte, and when the incoming line would
+    // have delivered the last byte received: the pseudo-terminal itself carries bytes instantly.
+    SteadyClock::time_point outFree = SteadyClock::now();
+    SteadyClock::time_point inFree = outFree;
+    QByteArray frame;
+    SteadyClock::time_point lastByte{};
+
+    const auto queue = [&](const QByteArray& bytes, SteadyClock::time_point earliest) {
+        SteadyClock::time_point t = std::max(earliest, outFree);
+        for (const char b : bytes) {
+            t += byteTime;
+            out.emplace_back(t, b);
+        }
+        if (!bytes.isEmpty())
+            outFree = t;
+    };
+
+    const auto receive = [&](char b, SteadyClock::time_point now) {
+        if (!frame.isEmpty() && now - lastByte > frameTimeout)
+            frame.clear();
+        inFree = std::max(now, inFree) + byteTime;
+        frame.append(b);
+        lastByte = now;
+        if (frame.size() < CommandBytes)
+            return;
+        {
+            std::lock_guard lock(logMutex_);
+            log_.append({since_.elapsed(), frame});
+        }
+        const RadioReply reply = radio_.respond(frame);
+        frame.clear();
+        queue(reply.bytes, inFree + milliseconds(reply.extraDelayMs));
+    };
+
+    for (;;) {
+        SteadyClock::time_point now = SteadyClock::now();
+        const bool hooked = radio_.hasFaultHook();
+        SteadyClock::time_point deadline = now + (hooked ? HookIdlePeriod : IdlePeriod);
+        if (!out.empty())
+            deadline = std::min(deadline, out.front().first);
+        if (!frame.isEmpty())
+            deadline = std::min(deadline, lastByte + frameTimeout);
+        const auto wait = std::max(SteadyClock::duration::zero(), deadline - now);
+        const auto ns = duration_cast<nanoseconds>(wait).count();
+        timespec timeout{static_cast<time_t>(ns / 1000000000), static_cast<long>(ns % 1000000000)};
+        pollfd fds[2] = {{wake_[0], POLLIN, 0}, {master_, POLLIN, 0}};
+        if (::ppoll(fds, 2, &timeout, nullptr) < 0 && errno != EINTR)
+            return;
+        if (fds[0].revents != 0)
+            return;
+        now = SteadyClock::now();
+        if (fds[1].revents & POLLIN) {
+            char buf[512];
+            const ssize_t got = ::read(master_, buf, sizeof buf);
+            for (ssize_t i = 0; i < got; ++i)
+                receive(buf[i], now);
+        } else if (fds[1].revents & (POLLHUP | POLLERR)) {
+            std::this_thread::sleep_for(milliseconds(5));  // no terminal side open: do not spin
+        }
+        if (!frame.isEmpty() && now - lastByte > frameTimeout)
+            frame.clear();
+        if (hooked && out.empty() && frame.isEmpty())
+            queue(radio_.unsolicited(since_.elapsed()), now);
+
+        QByteArray due;
+        while (!out.empty() && out.front().first <= now) {
+            due.append(out.front().second);
+            out.pop_front();
+        }
+        // A client that does not read lets the terminal's buffer fill up; what does not fit is lost,
+        // as on a receiver that overruns.
+        if (!due.isEmpty()) {
+            [[maybe_unused]] const ssize_t n = ::write(master_, due.constData(), static_cast<size_t>(due.size()));
+        }
+    }
+}

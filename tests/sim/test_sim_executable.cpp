@@ -1,0 +1,71 @@
+// The ft1000-sim executable: prints its device path, answers there as the chosen model, and ends
+// cleanly on SIGTERM.
+
+#include "CatPort.h"
+#include "FlagsDecoder.h"
+#include "Procedures.h"
+#include "QtSerialPort.h"
+#include "RealClock.h"
+
+#include <QProcess>
+#include <QTest>
+
+class TestSimExecutable : public QObject {
+    Q_OBJECT
+
+    static QString readPath(QProcess& sim)
+    {
+        while (!sim.canReadLine() && sim.waitForReadyRead(5000)) {
+        }
+        return QString::fromLocal8Bit(sim.readLine()).trimmed();
+    }
+
+private slots:
+    void model_isTheOneAskedFor_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<bool>("markV");
+        QTest::newRow("default") << QStringList{} << true;
+        QTest::newRow("markv") << QStringList{"--model", "markv"} << true;
+        QTest::newRow("mp") << QStringList{"--model", "mp"} << false;
+    }
+    void model_isTheOneAskedFor()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(bool, markV);
+        QProcess sim;
+        sim.start(QStringLiteral(SIM_EXECUTABLE), arguments);
+        QVERIFY(sim.waitForStarted());
+        const QString path = readPath(sim);
+        QVERIFY2(path.startsWith(u"/dev/"), qPrintable(path));
+
+        QtSerialPort serial;
+        serial.setDevice(path);
+        QString error;
+        QVERIFY2(serial.open(&error), qPrintable(error));
+        RealClock clock;
+        CatPort port(serial, clock);
+        QCOMPARE(Get_Status32(port).record.size(), 32);
+        const FlagsReply f = GetFlags(port, 0);
+        QCOMPARE(decodeFlags(0, f.waiting, f.bytes).markV, markV);
+        serial.close();
+
+        sim.terminate();  // SIGTERM
+        QVERIFY(sim.waitForFinished(5000));
+        QCOMPARE(sim.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(sim.exitCode(), 0);
+    }
+
+    void unknownModel_isRefused()
+    {
+        QProcess sim;
+        sim.start(QStringLiteral(SIM_EXECUTABLE), {QStringLiteral("--model"), QStringLiteral("ft991")});
+        QVERIFY(sim.waitForFinished(5000));
+        QCOMPARE(sim.exitCode(), 2);
+        QVERIFY(sim.readAllStandardOutput().isEmpty());
+        QVERIFY(sim.readAllStandardError().contains("unknown model"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSimExecutable)
+#include "test_sim_executable.moc"
