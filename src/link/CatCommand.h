@@ -25,10 +25,10 @@ constexpr quint8 TunerStart = 0x82;
 constexpr quint8 Dual = 0x83;           // P4: 0 off, 1 on
 constexpr quint8 RepeaterShift = 0x84;  // P4: 0 none, 1 plus, 2 minus
 constexpr quint8 CopyAtoB = 0x85;
-constexpr quint8 SetVfoB = 0x8A;        // BCD frequency
-constexpr quint8 FilterSelect = 0x8C;   // P1: 1 main 8.2 MHz, 2 main 455 kHz, 0 sub; P4: row
-constexpr quint8 ReadMeter = 0xF7;      // P1: meter selector
-constexpr quint8 ReadFlags = 0xFA;      // P4: from the caller
+constexpr quint8 SetVfoB = 0x8A;       // BCD frequency
+constexpr quint8 FilterSelect = 0x8C;  // P1: 1 main 8.2 MHz, 2 main 455 kHz, 0 sub; P4: row
+constexpr quint8 ReadMeter = 0xF7;     // P1: meter selector
+constexpr quint8 ReadFlags = 0xFA;     // P4: from the caller
 }  // namespace Op
 
 namespace StatusKind {
@@ -92,4 +92,7 @@ struct CatCommand {
     bool operator==(const CatCommand&) const = default;
 };
 
-inline QString hexBytes(const QByteArray& b) { return QString::fromLatin1(b.toHex(' ').toUpper()); }
+inline QString hexBytes(const QByteArray& b)
+{
+    return QString::fromLatin1(b.toHex(' ').toUpper());
+}

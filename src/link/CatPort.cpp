@@ -4,7 +4,10 @@
 #include "LinkLog.h"
 #include "SerialPort.h"
 
-bool CatPort::isOpen() const { return port_.isOpen(); }
+bool CatPort::isOpen() const
+{
+    return port_.isOpen();
+}
 
 void CatPort::clear()
 {
@@ -13,7 +16,10 @@ void CatPort::clear()
         qCDebug(lcTraffic) << "drop" << dropped.toHex(' ');
 }
 
-void CatPort::send(const CatCommand& command) { sendRaw(command.bytes()); }
+void CatPort::send(const CatCommand& command)
+{
+    sendRaw(command.bytes());
+}
 
 void CatPort::sendRaw(const QByteArray& bytes)
 {
@@ -23,7 +29,10 @@ void CatPort::sendRaw(const QByteArray& bytes)
     port_.write(bytes);
 }
 
-bool CatPort::sleep(int ms) { return clock_.sleepMs(ms); }
+bool CatPort::sleep(int ms)
+{
+    return clock_.sleepMs(ms);
+}
 
 QByteArray CatPort::read()
 {
@@ -32,7 +41,10 @@ QByteArray CatPort::read()
     return r;
 }
 
-int CatPort::waiting() { return port_.bytesWaiting(); }
+int CatPort::waiting()
+{
+    return port_.bytesWaiting();
+}
 
 QByteArray CatPort::request(const CatCommand& command, int waitMs, bool clearFirst)
 {

@@ -24,9 +24,12 @@ public:
     // send + sleep + read; with clearFirst the stale bytes are dropped first.
     QByteArray request(const CatCommand& command, int waitMs, bool clearFirst = false);
 
-    // Long jobs look at this between steps and stop when it is set.
-    bool cancelled() const { return cancel_ != nullptr && cancel_->load(); }
+    // Long jobs look at this between steps and stop when it is set: their own flag, or the link
+    // shutting down.
+    bool cancelled() const { return (cancel_ != nullptr && cancel_->load()) || (stop_ != nullptr && stop_->load()); }
     void setCancelFlag(const std::atomic<bool>* flag) { cancel_ = flag; }
+    // Set by the link that owns this port: the program is closing.
+    void setStopFlag(const std::atomic<bool>* flag) { stop_ = flag; }
 
     SerialPort& serial() { return port_; }
     Clock& clock() { return clock_; }
@@ -35,4 +38,5 @@ private:
     SerialPort& port_;
     Clock& clock_;
     const std::atomic<bool>* cancel_ = nullptr;
+    const std::atomic<bool>* stop_ = nullptr;
 };

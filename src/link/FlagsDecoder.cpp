@@ -3,7 +3,10 @@
 #include "CatCommand.h"
 
 namespace {
-bool has(int value, int mask) { return (value & mask) != 0; }
+bool has(int value, int mask)
+{
+    return (value & mask) != 0;
+}
 constexpr int MarkVByte4 = 3;
 constexpr int MarkVByte5 = 0x93;
 }  // namespace

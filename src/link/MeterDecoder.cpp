@@ -2,9 +2,15 @@
 
 #include <cmath>
 
-int meterPercent(int raw) { return static_cast<int>(std::floor(raw / 255.0 * 100.0)); }
+int meterPercent(int raw)
+{
+    return static_cast<int>(std::floor(raw / 255.0 * 100.0));
+}
 
-int cwPitchHz(int raw) { return 300 + 50 * static_cast<int>(std::floor(raw / 16.0 + 0.05)); }
+int cwPitchHz(int raw)
+{
+    return 300 + 50 * static_cast<int>(std::floor(raw / 16.0 + 0.05));
+}
 
 MeterView decodeMeters(int mainS, int subS, int transmit, int pitch)
 {

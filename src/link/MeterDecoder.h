@@ -6,9 +6,9 @@
 struct MeterView {
     int mainS = 0, subS = 0, transmit = 0;  // raw bytes
     int mainPercent = 0, subPercent = 0, transmitPercent = 0;
-    QString line;        // "S-Meters 1-2 = a + b + c"
+    QString line;  // "S-Meters 1-2 = a + b + c"
     int pitchHz = 0;
-    QString pitchText;   // "750 Hz"
+    QString pitchText;  // "750 Hz"
 };
 
 int meterPercent(int raw);  // integer part of raw / 255 x 100

@@ -1,9 +1,13 @@
 #include "NumberFormat.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
-bool isPlaceholder(QChar c) { return c == u'#' || c == u'0'; }
+bool isPlaceholder(QChar c)
+{
+    return c == u'#' || c == u'0';
+}
 }  // namespace
 
 QString formatNumber(double value, const QString& pattern)
@@ -34,8 +38,10 @@ QString formatNumber(double value, const QString& pattern)
     }
 
     const double scale = std::pow(10.0, fracPlaces);
-    const double magnitude = std::fabs(value);
-    const auto scaled = static_cast<long long>(std::llround(magnitude * scale));
+    // Nothing the radio reports comes near these bounds; they keep nonsense input defined.
+    const double magnitude = std::isfinite(value) ? std::fabs(value) : 0.0;
+    const double limit = 9.0e18;
+    const auto scaled = static_cast<long long>(std::llround(std::min(magnitude * scale, limit)));
     const long long whole = scaled / static_cast<long long>(scale);
     const long long frac = scaled % static_cast<long long>(scale);
     const bool negative = value < 0 && scaled != 0;
@@ -93,4 +99,7 @@ QString formatNumber(double value, const QString& pattern)
     return out;
 }
 
-double roundToTenHz(double kHz) { return std::floor((kHz + 0.001) * 100.0) / 100.0; }
+double roundToTenHz(double kHz)
+{
+    return std::floor((kHz + 0.001) * 100.0) / 100.0;
+}

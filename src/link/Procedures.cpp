@@ -63,4 +63,7 @@ MeterReplies readMeters(CatPort& port, int selector)
     return m;
 }
 
-int firstByte(const QByteArray& reply) { return reply.isEmpty() ? 0 : static_cast<quint8>(reply[0]); }
+int firstByte(const QByteArray& reply)
+{
+    return reply.isEmpty() ? 0 : static_cast<quint8>(reply[0]);
+}

@@ -17,6 +17,7 @@ RadioLink::RadioLink(PortFactory makePort, std::shared_ptr<Clock> clock, Mode mo
     if (mode_ == Mode::Inline) {
         port_ = makePort();
         cat_ = std::make_unique<CatPort>(*port_, *clock_);
+        cat_->setStopFlag(&stopping_);
         open_ = port_->isOpen();
         return;
     }
@@ -31,6 +32,8 @@ RadioLink::RadioLink(PortFactory makePort, std::shared_ptr<Clock> clock, Mode mo
         [this, makePort] {
             port_ = makePort();
             cat_ = std::make_unique<CatPort>(*port_, *clock_);
+            cat_->setStopFlag(&stopping_);
+            open_ = port_->isOpen();
         },
         Qt::BlockingQueuedConnection);
 }
@@ -67,11 +70,11 @@ void RadioLink::afterJob()
 {
     const bool open = port_ && port_->isOpen();
     if (open != open_.exchange(open)) {
-        QPointer<RadioLink> self(this);
         if (mode_ == Mode::Inline)
             emit portStateChanged(open);
         else
-            QMetaObject::invokeMethod(this, [this, open] { emit portStateChanged(open); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                this, [this, open] { emit portStateChanged(open); }, Qt::QueuedConnection);
     }
 }
 
@@ -120,7 +123,10 @@ bool RadioLink::postMerged(int kind, Job job)
     return true;
 }
 
-bool RadioLink::busyWith(int kind) const { return kinds_[kind].load() != 0; }
+bool RadioLink::busyWith(int kind) const
+{
+    return kinds_[kind].load() != 0;
+}
 
 void RadioLink::deliver(QObject* ctx, std::function<void()> fn)
 {

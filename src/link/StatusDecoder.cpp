@@ -5,7 +5,10 @@
 #include <algorithm>
 
 namespace {
-bool bit(int value, int n) { return (value >> n) & 1; }
+bool bit(int value, int n)
+{
+    return (value >> n) & 1;
+}
 
 VfoStatus decodeVfo(const StatusRecord& r, int base)  // base 0 for VFO-A, 16 for VFO-B
 {
@@ -33,14 +36,22 @@ std::optional<ModeDecode> decodeMode(int modeByte, int qualifierByte)
     if (modeByte >= 128)
         return ModeDecode{QStringLiteral("Data USER"), 0};
     switch (modeByte) {
-        case 0: return ModeDecode{QStringLiteral("LSB"), 0};
-        case 1: return ModeDecode{QStringLiteral("USB"), 1};
-        case 2: return second ? ModeDecode{QStringLiteral("CW R"), 3} : ModeDecode{QStringLiteral("CW N"), 2};
-        case 3: return second ? ModeDecode{QStringLiteral("AM Sync"), 5} : ModeDecode{QStringLiteral("AM"), 4};
-        case 4: return ModeDecode{QStringLiteral("FM"), 6};
-        case 5: return second ? ModeDecode{QStringLiteral("RTTY R"), 9} : ModeDecode{QStringLiteral("RTTY N"), 8};
-        case 6: return second ? ModeDecode{QStringLiteral("PKT FM"), 11} : ModeDecode{QStringLiteral("PKT LSB"), 10};
-        default: return std::nullopt;
+        case 0:
+            return ModeDecode{QStringLiteral("LSB"), 0};
+        case 1:
+            return ModeDecode{QStringLiteral("USB"), 1};
+        case 2:
+            return second ? ModeDecode{QStringLiteral("CW R"), 3} : ModeDecode{QStringLiteral("CW N"), 2};
+        case 3:
+            return second ? ModeDecode{QStringLiteral("AM Sync"), 5} : ModeDecode{QStringLiteral("AM"), 4};
+        case 4:
+            return ModeDecode{QStringLiteral("FM"), 6};
+        case 5:
+            return second ? ModeDecode{QStringLiteral("RTTY R"), 9} : ModeDecode{QStringLiteral("RTTY N"), 8};
+        case 6:
+            return second ? ModeDecode{QStringLiteral("PKT FM"), 11} : ModeDecode{QStringLiteral("PKT LSB"), 10};
+        default:
+            return std::nullopt;
     }
 }
 

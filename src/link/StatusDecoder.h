@@ -24,10 +24,10 @@ double decodeClarifier(int high, int low);
 double decodeFrequency(int b1, int b2, int b3, int b4);
 
 struct VfoStatus {
-    double kHz = 0;      // with the receive clarifier added when it is on, rounded to 10 Hz
+    double kHz = 0;  // with the receive clarifier added when it is on, rounded to 10 Hz
     double clarKHz = 0;
-    QString freqText;    // "###,##0.#0 "
-    QString clarText;    // "#0.#0 "
+    QString freqText;  // "###,##0.#0 "
+    QString clarText;  // "#0.#0 "
     bool txClar = false;
     bool rxClar = false;
     std::optional<ModeDecode> mode;  // nothing: caption and code stay as they were

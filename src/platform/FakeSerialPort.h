@@ -38,8 +38,8 @@ public:
     void inject(const QByteArray& bytes) { inbox_ += bytes; }  // bytes arriving unasked
 
     // Failure switches.
-    QString openError;      // non-empty: open() fails with it
-    QString settingsError;  // non-empty: setSettings() fails with it
+    QString openError;           // non-empty: open() fails with it
+    QString settingsError;       // non-empty: setSettings() fails with it
     QStringList refusedDevices;  // open() of these devices fails
     bool failed_ = false;
 

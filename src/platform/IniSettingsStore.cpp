@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QStringList>
 
 namespace {
 QString executableName()
@@ -27,7 +28,13 @@ QString IniSettingsStore::path(const QString& section, const QString& key)
 QString IniSettingsStore::value(const QString& section, const QString& key, const QString& fallback) const
 {
     const QVariant v = settings_.value(path(section, key));
-    return v.isValid() ? v.toString() : fallback;
+    if (!v.isValid())
+        return fallback;
+    // An unquoted text with commas, as a person types it into the file ("Set=4800,n,8,2"), comes back
+    // from the INI reader as a list; it is still one text to us.
+    if (v.typeId() == QMetaType::QStringList)
+        return v.toStringList().join(u',');
+    return v.toString();
 }
 
 void IniSettingsStore::setValue(const QString& section, const QString& key, const QString& value)
@@ -40,6 +47,12 @@ bool IniSettingsStore::contains(const QString& section, const QString& key) cons
     return settings_.contains(path(section, key));
 }
 
-void IniSettingsStore::sync() { settings_.sync(); }
+void IniSettingsStore::sync()
+{
+    settings_.sync();
+}
 
-QString IniSettingsStore::fileName() const { return settings_.fileName(); }
+QString IniSettingsStore::fileName() const
+{
+    return settings_.fileName();
+}

@@ -7,9 +7,9 @@
 
 class IniSettingsStore final : public SettingsStore {
 public:
-    IniSettingsStore();                                // per-user file, application name = executable name
-    explicit IniSettingsStore(const QString& path);    // an explicit file (tests, portable use)
-    QString value(const QString& section, const QString& key, const QString& fallback) const override;
+    IniSettingsStore();                              // per-user file, application name = executable name
+    explicit IniSettingsStore(const QString& path);  // an explicit file (tests, portable use)
+    QString value(const QString& section, const QString& key, const QString& fallback = {}) const override;
     void setValue(const QString& section, const QString& key, const QString& value) override;
     bool contains(const QString& section, const QString& key) const override;
     void sync() override;

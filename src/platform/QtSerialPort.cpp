@@ -5,26 +5,46 @@
 QtSerialPort::QtSerialPort() : port_(std::make_unique<QSerialPort>()), settings_(QLatin1String(DefaultLineSettings))
 {
     QObject::connect(port_.get(), &QSerialPort::errorOccurred, [this](QSerialPort::SerialPortError e) {
-        if (e == QSerialPort::ResourceError || e == QSerialPort::DeviceNotFoundError)
+        // Only a device lost under an open port counts; a refused open is reported by open() itself.
+        // A pulled adapter reports a resource error, a pseudo-terminal whose other end closed a read error.
+        if (port_->isOpen() && (e == QSerialPort::ResourceError || e == QSerialPort::DeviceNotFoundError ||
+                                e == QSerialPort::ReadError || e == QSerialPort::WriteError))
             failed_ = true;
     });
 }
 
 QtSerialPort::~QtSerialPort() = default;
 
-void QtSerialPort::setDevice(const QString& device) { port_->setPortName(device); }
+void QtSerialPort::setDevice(const QString& device)
+{
+    device_ = device;
+    port_->setPortName(device);
+}
 
-QString QtSerialPort::device() const { return port_->portName(); }
+// As given: the serial port's own name drops the "/dev/" of a path.
+QString QtSerialPort::device() const
+{
+    return device_;
+}
 
 bool QtSerialPort::setSettings(const QString& text, QString* error)
 {
     if (!LineSettings::parse(text, error))
         return false;
+    const QString previous = settings_;
     settings_ = text;
-    return !port_->isOpen() || applySettings(error);
+    if (!port_->isOpen() || applySettings(error))
+        return true;
+    // The open port refused them: the previous settings stay, on the line as in the text.
+    settings_ = previous;
+    applySettings(nullptr);
+    return false;
 }
 
-QString QtSerialPort::settings() const { return settings_; }
+QString QtSerialPort::settings() const
+{
+    return settings_;
+}
 
 bool QtSerialPort::applySettings(QString* error)
 {
@@ -74,7 +94,10 @@ void QtSerialPort::close()
     port_->clearError();
 }
 
-bool QtSerialPort::isOpen() const { return port_->isOpen(); }
+bool QtSerialPort::isOpen() const
+{
+    return port_->isOpen();
+}
 
 void QtSerialPort::write(const QByteArray& bytes)
 {
@@ -107,4 +130,7 @@ int QtSerialPort::bytesWaiting()
     return static_cast<int>(port_->bytesAvailable());
 }
 
-bool QtSerialPort::failed() const { return failed_; }
+bool QtSerialPort::failed() const
+{
+    return failed_;
+}

@@ -28,6 +28,7 @@ private:
     bool applySettings(QString* error);
 
     std::unique_ptr<QSerialPort> port_;
+    QString device_;
     QString settings_;
     bool failed_ = false;
 };

@@ -2,9 +2,15 @@
 
 #include <chrono>
 
-RealClock::RealClock() { timer_.start(); }
+RealClock::RealClock()
+{
+    timer_.start();
+}
 
-qint64 RealClock::nowMs() const { return timer_.elapsed(); }
+qint64 RealClock::nowMs() const
+{
+    return timer_.elapsed();
+}
 
 bool RealClock::sleepMs(int ms)
 {
