@@ -1,0 +1,20 @@
+#pragma once
+// The About box: title, version, description. OK closes (and unloads) it.
+
+#include <QDialog>
+
+class QLabel;
+class QPushButton;
+
+class frmAbout : public QDialog {
+    Q_OBJECT
+public:
+    // `title` is the application's title ("Tovra's FT-1000 CAT").
+    explicit frmAbout(const QString& title, QWidget* parent = nullptr);
+
+    QLabel* lblTitle = nullptr;
+    QLabel* lblVersion = nullptr;
+    QLabel* lblDescription = nullptr;
+    QLabel* lblNotice = nullptr;
+    QPushButton* cmdOK = nullptr;
+};
