@@ -1,0 +1,3 @@
+#include "ScopeLog.h"
+
+Q_LOGGING_CATEGORY(lcScope, "scope", QtWarningMsg)
