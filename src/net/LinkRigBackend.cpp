@@ -1,0 +1,127 @@
+#include "LinkRigBackend.h"
+
+#include "CatPort.h"
+#include "Clock.h"
+#include "FlagsDecoder.h"
+#include "Procedures.h"
+#include "RadioLink.h"
+#include "RealClock.h"
+#include "StatusDecoder.h"
+
+#include <cmath>
+
+namespace {
+constexpr int HzPerStep = 10;  // the radio's frequency unit on the wire
+constexpr int HzPerKHz = 1000;
+constexpr int SetFreqVfoA = 1;
+constexpr int SetFreqVfoB = 2;
+
+// The VFO frequency in Hz from the decoded status: the display figure less the receive
+// clarifier when it is on, on the radio's 10 Hz grid.
+qint64 vfoHz(const VfoStatus& v)
+{
+    const double kHz = v.kHz - (v.rxClar ? v.clarKHz : 0.0);
+    return std::llround(kHz * HzPerKHz / HzPerStep) * HzPerStep;
+}
+}  // namespace
+
+LinkRigBackend::LinkRigBackend(RadioLink& link, std::shared_ptr<Clock> clock)
+    : link_(link), clock_(clock ? std::move(clock) : std::make_shared<RealClock>())
+{
+}
+
+LinkRigBackend::~LinkRigBackend() = default;
+
+bool LinkRigBackend::linkUp() const
+{
+    return link_.portOpen();
+}
+
+template <typename T>
+void LinkRigBackend::hold(Hold<T>& h, T value)
+{
+    h.value = value;
+    h.until = clock_->nowMs() + HoldMs;
+}
+
+template <typename T>
+T LinkRigBackend::settle(Hold<T>& h, T polled)
+{
+    if (!h.value)
+        return polled;
+    if (*h.value == polled || clock_->nowMs() >= h.until) {
+        h.value.reset();
+        return polled;
+    }
+    return *h.value;
+}
+
+void LinkRigBackend::update(const StatusView& status, const FlagsView& flags, int mainSMeterRaw)
+{
+    if (!status.noLink) {
+        snap_.haveStatus = true;
+        snap_.vfoAHz = settle(freqA_, vfoHz(status.a));
+        snap_.vfoBHz = settle(freqB_, vfoHz(status.b));
+        if (status.a.mode)
+            snap_.modeA = settle(modeA_, status.a.mode->code);
+        if (status.b.mode)
+            snap_.modeB = status.b.mode->code;
+        snap_.mainSMeterRaw = mainSMeterRaw;
+    }
+    if (flags.decoded && !flags.markV) {
+        snap_.split = settle(split_, flags.split);
+        snap_.ptt = settle(ptt_, flags.xmit);
+    }
+}
+
+void LinkRigBackend::setTxAuthorized(bool on)
+{
+    txAuthorized_ = on;
+    if (!on && netKeyed_)
+        setPtt(false);
+}
+
+void LinkRigBackend::setFrequency(RigVfo vfo, qint64 hz)
+{
+    const qint64 steps = hz / HzPerStep;  // the radio holds whole 10 Hz steps: round down
+    const int which = vfo == RigVfo::B ? SetFreqVfoB : SetFreqVfoA;
+    link_.post([steps, which](CatPort& port) { SetFreq(port, steps, which); });
+    if (vfo == RigVfo::B) {
+        snap_.vfoBHz = steps * HzPerStep;
+        hold(freqB_, snap_.vfoBHz);
+    } else {
+        snap_.vfoAHz = steps * HzPerStep;
+        hold(freqA_, snap_.vfoAHz);
+    }
+}
+
+void LinkRigBackend::setMode(int modeCode)
+{
+    link_.post([modeCode](CatPort& port) {
+        if (port.isOpen())
+            port.send(CatCommand::make(Op::SetMode, modeCode));
+    });
+    snap_.modeA = modeCode;
+    hold(modeA_, modeCode);
+}
+
+void LinkRigBackend::setSplit(bool on)
+{
+    link_.post([on](CatPort& port) {
+        if (port.isOpen())
+            port.send(CatCommand::make(Op::Split, on ? 1 : 0));
+    });
+    snap_.split = on;
+    hold(split_, on);
+}
+
+void LinkRigBackend::setPtt(bool on)
+{
+    link_.post([on](CatPort& port) {
+        if (port.isOpen())
+            port.send(CatCommand::make(Op::Ptt, on ? 1 : 0));
+    });
+    snap_.ptt = on;
+    hold(ptt_, on);
+    netKeyed_ = on;
+}

@@ -1,0 +1,67 @@
+#pragma once
+// The network server's view of the radio behind the program's radio link.
+//
+// Gets read a snapshot that the main window's poll keeps up to date through update(); nothing of it
+// touches the wire. Sets are posted as jobs on the link thread, so they run between polls and never
+// interleave with one, and they use the radio's own instructions. After a set the snapshot holds
+// what the radio will hold (a frequency rounded down to the radio's 10 Hz steps) until a poll
+// confirms it or a short hold runs out, so a client that sets and reads back at once sees its value
+// even when a poll that started before the set reports the old one.
+//
+// Frequencies are the VFO frequencies without the receive clarifier, in Hz.
+
+#include "RigBackend.h"
+
+#include <QtGlobal>
+#include <memory>
+#include <optional>
+
+class RadioLink;
+class Clock;
+struct StatusView;
+struct FlagsView;
+
+class LinkRigBackend final : public RigBackend {
+public:
+    // How long a set value outlives polls that disagree with it: one poll still on the wire when
+    // the set was posted, the pause, and the next whole poll.
+    static constexpr int HoldMs = 2000;
+
+    // The clock only times the holds; the wall clock when none is given.
+    explicit LinkRigBackend(RadioLink& link, std::shared_ptr<Clock> clock = nullptr);
+    ~LinkRigBackend() override;
+
+    // From the poll, on the thread that owns this object. A status view with noLink keeps the
+    // last values; a flags view not decoded, or of the model check, changes none of the flags.
+    void update(const StatusView& status, const FlagsView& flags, int mainSMeterRaw);
+    // "Authorize Tx": withdrawing it while a client keeps the transmitter keyed unkeys it.
+    void setTxAuthorized(bool on);
+
+    RigSnapshot snapshot() const override { return snap_; }
+    bool linkUp() const override;
+    bool txAuthorized() const override { return txAuthorized_; }
+    void setFrequency(RigVfo vfo, qint64 hz) override;
+    void setMode(int modeCode) override;
+    void setSplit(bool on) override;
+    void setPtt(bool on) override;
+
+private:
+    template <typename T>
+    struct Hold {
+        std::optional<T> value;
+        qint64 until = 0;
+    };
+    template <typename T>
+    void hold(Hold<T>& h, T value);
+    template <typename T>
+    T settle(Hold<T>& h, T polled);
+
+    RadioLink& link_;
+    std::shared_ptr<Clock> clock_;
+    RigSnapshot snap_;
+    bool txAuthorized_ = false;
+    bool netKeyed_ = false;  // the last PTT a client sent was "on"
+    Hold<qint64> freqA_, freqB_;
+    Hold<int> modeA_;
+    Hold<bool> split_, ptt_;
+};

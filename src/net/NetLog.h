@@ -1,0 +1,5 @@
+#pragma once
+#include <QLoggingCategory>
+
+// Off by default; QT_LOGGING_RULES="net*=true" logs connections and every command line.
+Q_DECLARE_LOGGING_CATEGORY(lcNet)

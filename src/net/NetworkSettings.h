@@ -1,0 +1,39 @@
+#pragma once
+// The network server's persisted settings and the "[ADDRESS:]PORT" text of the command line.
+//
+// Section "Network": "Enabled" ("1" or "0", default "0"), "Address" (default "127.0.0.1", the
+// loopback, so only programs on this computer can reach the radio unless the operator says
+// otherwise), "Port" (default 4532, rigctld's own).
+
+#include <QString>
+#include <optional>
+
+class SettingsStore;
+
+struct NetworkSettings {
+    static constexpr quint16 DefaultPort = 4532;
+    static inline const QString DefaultAddress = QStringLiteral("127.0.0.1");
+
+    bool enabled = false;
+    QString address = DefaultAddress;
+    quint16 port = DefaultPort;
+
+    static NetworkSettings load(const SettingsStore& store);
+    void save(SettingsStore& store) const;
+
+    // "4532", "127.0.0.1:4532", "0.0.0.0:4532", "[::1]:4532" or "localhost:4532". A text without an
+    // address keeps the loopback. Nothing for a port outside 1..65535 or a text that is not of this
+    // form.
+    struct Endpoint {
+        QString address;
+        quint16 port;
+    };
+    static std::optional<Endpoint> parseEndpoint(const QString& text);
+};
+
+namespace NetworkKey {
+inline const QString Section = QStringLiteral("Network");
+inline const QString Enabled = QStringLiteral("Enabled");
+inline const QString Address = QStringLiteral("Address");
+inline const QString Port = QStringLiteral("Port");
+}  // namespace NetworkKey

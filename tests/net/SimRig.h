@@ -1,0 +1,99 @@
+#pragma once
+// The server over the whole chain, for integration tests and benchmarks: the virtual radio on a
+// pseudo-terminal, a threaded radio link on the real serial adapter, the backend fed by a small
+// 250 ms poll (status, meters, flags, as the main window runs it), and the server on the loopback.
+
+#include "FlagsDecoder.h"
+#include "LinkRigBackend.h"
+#include "Procedures.h"
+#include "QtSerialPort.h"
+#include "RadioLink.h"
+#include "RealClock.h"
+#include "RigctlServer.h"
+#include "SimHost.h"
+#include "StatusDecoder.h"
+
+#include <QObject>
+#include <QTimer>
+#include <atomic>
+#include <memory>
+
+class SimRig : public QObject {
+public:
+    static constexpr int PollMs = 250;
+
+    // False, with the reason, when the virtual radio or the port cannot be opened.
+    bool start(QString* error)
+    {
+        if (!sim.start(error))
+            return false;
+        const QString path = sim.devicePath();
+        link = std::make_unique<RadioLink>(
+            [path] {
+                auto p = std::make_unique<QtSerialPort>();
+                p->setDevice(path);
+                QString e;
+                p->setSettings(QStringLiteral("4800,n,8,2"), &e);
+                p->open(&e);
+                return p;
+            },
+            std::make_shared<RealClock>());
+        if (!link->portOpen()) {
+            *error = QStringLiteral("cannot open the virtual radio at %1").arg(path);
+            return false;
+        }
+        backend = std::make_unique<LinkRigBackend>(*link);
+        server = std::make_unique<RigctlServer>(*backend);
+        if (!server->listen(QStringLiteral("127.0.0.1"), 0, error))
+            return false;
+        connect(&timer, &QTimer::timeout, this, [this] { pollTick(); });
+        timer.start(PollMs);
+        return true;
+    }
+
+    void stop()
+    {
+        timer.stop();
+        server.reset();
+        if (link) {
+            link->waitForIdle();
+            link.reset();
+        }
+        backend.reset();
+        sim.stop();
+    }
+
+    ~SimRig() override { stop(); }
+
+    quint16 port() const { return server->serverPort(); }
+
+    SimHost sim;
+    std::unique_ptr<RadioLink> link;
+    std::unique_ptr<LinkRigBackend> backend;
+    std::unique_ptr<RigctlServer> server;
+    QTimer timer;
+    std::atomic<int> polls{0};  // polls whose results reached the backend
+
+private:
+    void pollTick()
+    {
+        link->postMerged(JobKind::Poll, [this](CatPort& port) {
+            const StatusReply status = Get_Status32(port);
+            MeterReplies meters;
+            FlagsReply flags;
+            if (status.ran && !status.record.isEmpty()) {
+                meters = readMeters(port, MeterSelector::TransmitBase);
+                if (meters.complete())
+                    flags = GetFlags(port, 1);
+            }
+            link->deliver(this, [this, status, meters, flags] {
+                const StatusView view = decodeStatus(store_, status.record);
+                const FlagsView f = flags.ran ? decodeFlags(1, flags.waiting, flags.bytes) : FlagsView{};
+                backend->update(view, f, firstByte(meters.mainS));
+                ++polls;
+            });
+        });
+    }
+
+    StatusRecord store_;
+};

@@ -1,0 +1,271 @@
+// The server's radio over the radio link: the bytes each set sends, and the snapshot the poll feeds.
+
+#include "FakeClock.h"
+#include "FakeSerialPort.h"
+#include "FlagsDecoder.h"
+#include "LinkRigBackend.h"
+#include "RadioLink.h"
+#include "StatusDecoder.h"
+
+#include <QTest>
+#include <memory>
+
+namespace {
+
+struct Rig {
+    Rig()
+        : clock(std::make_shared<FakeClock>()),
+          link(
+              [this] {
+                  auto p = std::make_unique<FakeSerialPort>(clock.get());
+                  port = p.get();
+                  QString e;
+                  p->open(&e);
+                  return p;
+              },
+              clock, RadioLink::Mode::Inline),
+          backend(link, clock)
+    {
+    }
+    QStringList writes() const { return port->writtenHex(); }
+
+    std::shared_ptr<FakeClock> clock;
+    FakeSerialPort* port = nullptr;
+    RadioLink link;
+    LinkRigBackend backend;
+};
+
+StatusView status(double kHzA, int modeA, double kHzB, int modeB)
+{
+    StatusView v;
+    v.a.kHz = kHzA;
+    v.a.mode = ModeDecode{QString(), modeA};
+    v.b.kHz = kHzB;
+    v.b.mode = ModeDecode{QString(), modeB};
+    return v;
+}
+
+FlagsView flags(bool split, bool xmit)
+{
+    FlagsView f;
+    f.decoded = true;
+    f.split = split;
+    f.xmit = xmit;
+    return f;
+}
+
+}  // namespace
+
+class TestLinkRigBackend : public QObject {
+    Q_OBJECT
+private slots:
+    void nothingIsKnownBeforeThePoll()
+    {
+        Rig r;
+        QVERIFY(!r.backend.snapshot().haveStatus);
+        QCOMPARE(r.backend.snapshot().modeA, -1);
+    }
+
+    void thePollFillsTheSnapshot()
+    {
+        Rig r;
+        r.backend.update(status(14074.0, 1, 7074.5, 0), flags(true, false), 150);
+        const RigSnapshot s = r.backend.snapshot();
+        QVERIFY(s.haveStatus);
+        QCOMPARE(s.vfoAHz, 14074000);
+        QCOMPARE(s.vfoBHz, 7074500);
+        QCOMPARE(s.modeA, 1);
+        QCOMPARE(s.modeB, 0);
+        QVERIFY(s.split);
+        QVERIFY(!s.ptt);
+        QCOMPARE(s.mainSMeterRaw, 150);
+        QVERIFY(r.writes().isEmpty());
+    }
+
+    void theReceiveClarifierIsNotPartOfTheFrequency()
+    {
+        Rig r;
+        StatusView v = status(14074.5, 1, 7074.0, 0);  // the display: 14 074.00 + 0.50 kHz
+        v.a.rxClar = true;
+        v.a.clarKHz = 0.5;
+        r.backend.update(v, FlagsView{}, 0);
+        QCOMPARE(r.backend.snapshot().vfoAHz, 14074000);
+    }
+
+    void noLinkKeepsTheLastValues()
+    {
+        Rig r;
+        r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, false), 100);
+        StatusView none;
+        none.noLink = true;
+        r.backend.update(none, FlagsView{}, 0);
+        QCOMPARE(r.backend.snapshot().vfoAHz, 14074000);
+        QCOMPARE(r.backend.snapshot().mainSMeterRaw, 100);
+    }
+
+    void aModeOutsideTheTableKeepsTheLastMode()
+    {
+        Rig r;
+        r.backend.update(status(14074.0, 2, 7074.0, 0), FlagsView{}, 0);
+        StatusView v = status(14074.0, 2, 7074.0, 0);
+        v.a.mode.reset();
+        r.backend.update(v, FlagsView{}, 0);
+        QCOMPARE(r.backend.snapshot().modeA, 2);
+    }
+
+    void undecodedFlagsChangeNothing()
+    {
+        Rig r;
+        r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, true), 0);
+        FlagsView f = flags(false, false);
+        f.decoded = false;
+        r.backend.update(status(14074.0, 1, 7074.0, 0), f, 0);
+        QVERIFY(r.backend.snapshot().split);
+        QVERIFY(r.backend.snapshot().ptt);
+    }
+
+    void theModelCheckChangesNoFlag()
+    {
+        Rig r;
+        r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);
+        FlagsView f = flags(false, true);
+        f.markV = true;
+        r.backend.update(status(14074.0, 1, 7074.0, 0), f, 0);
+        QVERIFY(r.backend.snapshot().split);
+        QVERIFY(!r.backend.snapshot().ptt);
+    }
+
+    void setFrequencySendsSetFreqInTenHzUnits_data()
+    {
+        QTest::addColumn<int>("vfo");
+        QTest::addColumn<qint64>("hz");
+        QTest::addColumn<QString>("bytes");
+        QTest::addColumn<qint64>("held");
+        QTest::newRow("VFO-A 14 074 055 Hz") << 1 << qint64(14074055) << "05 74 40 01 0A" << qint64(14074050);
+        QTest::newRow("VFO-B 7 074 000 Hz") << 2 << qint64(7074000) << "00 74 70 00 8A" << qint64(7074000);
+        QTest::newRow("VFO-A 100 kHz") << 1 << qint64(100000) << "00 00 01 00 0A" << qint64(100000);
+        QTest::newRow("VFO-B 29 999 999 Hz") << 2 << qint64(29999999) << "99 99 99 02 8A" << qint64(29999990);
+    }
+    void setFrequencySendsSetFreqInTenHzUnits()
+    {
+        QFETCH(int, vfo);
+        QFETCH(qint64, hz);
+        QFETCH(QString, bytes);
+        QFETCH(qint64, held);
+        Rig r;
+        r.backend.setFrequency(vfo == 2 ? RigVfo::B : RigVfo::A, hz);
+        QCOMPARE(r.writes(), QStringList{bytes});
+        QCOMPARE(vfo == 2 ? r.backend.snapshot().vfoBHz : r.backend.snapshot().vfoAHz, held);
+    }
+
+    void setModeSendsTheModeInstruction_data()
+    {
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QString>("bytes");
+        QTest::newRow("LSB") << 0 << "00 00 00 00 0C";
+        QTest::newRow("USB") << 1 << "00 00 00 01 0C";
+        QTest::newRow("CW-R") << 3 << "00 00 00 03 0C";
+        QTest::newRow("FM") << 6 << "00 00 00 06 0C";
+        QTest::newRow("PKT FM") << 11 << "00 00 00 0B 0C";
+    }
+    void setModeSendsTheModeInstruction()
+    {
+        QFETCH(int, code);
+        QFETCH(QString, bytes);
+        Rig r;
+        r.backend.setMode(code);
+        QCOMPARE(r.writes(), QStringList{bytes});
+        QCOMPARE(r.backend.snapshot().modeA, code);
+    }
+
+    void setSplitSendsTheSplitInstruction()
+    {
+        Rig r;
+        r.backend.setSplit(true);
+        r.backend.setSplit(false);
+        QCOMPARE(r.writes(), (QStringList{"00 00 00 01 01", "00 00 00 00 01"}));
+    }
+
+    void setPttSendsThePttInstruction()
+    {
+        Rig r;
+        r.backend.setPtt(true);
+        QVERIFY(r.backend.snapshot().ptt);
+        r.backend.setPtt(false);
+        QCOMPARE(r.writes(), (QStringList{"00 00 00 01 0F", "00 00 00 00 0F"}));
+    }
+
+    void aSetIsOneWriteWithNoWaitOrRead()
+    {
+        Rig r;
+        r.backend.setFrequency(RigVfo::A, 14074000);
+        QCOMPARE(r.clock->events, QStringList{"write 00 74 40 01 0A"});
+    }
+
+    void aPollThatStartedBeforeTheSetDoesNotUndoIt()
+    {
+        Rig r;
+        r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, false), 0);
+        r.backend.setFrequency(RigVfo::A, 14076000);
+        r.backend.setMode(2);
+        r.backend.setSplit(true);
+        r.clock->advance(600);
+        r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, false), 0);  // the old values
+        QCOMPARE(r.backend.snapshot().vfoAHz, 14076000);
+        QCOMPARE(r.backend.snapshot().modeA, 2);
+        QVERIFY(r.backend.snapshot().split);
+    }
+
+    void thePollConfirmingTheSetEndsTheHold()
+    {
+        Rig r;
+        r.backend.setFrequency(RigVfo::A, 14076000);
+        r.backend.update(status(14076.0, 1, 7074.0, 0), FlagsView{}, 0);
+        // From now on the radio is believed at once: the operator turned the dial.
+        r.backend.update(status(14080.0, 1, 7074.0, 0), FlagsView{}, 0);
+        QCOMPARE(r.backend.snapshot().vfoAHz, 14080000);
+    }
+
+    void aSetTheRadioIgnoredGivesWayAfterTheHold()
+    {
+        Rig r;
+        r.backend.setFrequency(RigVfo::B, 7076000);
+        r.clock->advance(LinkRigBackend::HoldMs);
+        r.backend.update(status(14074.0, 1, 7074.0, 0), FlagsView{}, 0);
+        QCOMPARE(r.backend.snapshot().vfoBHz, 7074000);
+    }
+
+    void withdrawingAuthorizationUnkeysANetworkPtt()
+    {
+        Rig r;
+        r.backend.setTxAuthorized(true);
+        QVERIFY(r.backend.txAuthorized());
+        r.backend.setPtt(true);
+        r.backend.setTxAuthorized(false);
+        QVERIFY(!r.backend.txAuthorized());
+        QCOMPARE(r.writes(), (QStringList{"00 00 00 01 0F", "00 00 00 00 0F"}));
+        QVERIFY(!r.backend.snapshot().ptt);
+    }
+
+    void withdrawingAuthorizationWithoutANetworkPttSendsNothing()
+    {
+        Rig r;
+        r.backend.setTxAuthorized(true);
+        r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, true), 0);  // keyed on the panel
+        r.backend.setTxAuthorized(false);
+        QVERIFY(r.writes().isEmpty());
+    }
+
+    void linkUpFollowsThePort()
+    {
+        Rig r;
+        QVERIFY(r.backend.linkUp());
+        r.link.runBlocking([](CatPort& port) { port.serial().close(); });
+        QVERIFY(!r.backend.linkUp());
+        r.backend.setFrequency(RigVfo::A, 14074000);  // the job finds the port closed
+        QVERIFY(r.writes().isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLinkRigBackend)
+#include "test_link_rig_backend.moc"
