@@ -1,0 +1,74 @@
+#include "ChannelDecoder.h"
+
+#include "NumberFormat.h"
+
+#include <array>
+#include <cmath>
+
+namespace {
+constexpr double CountsPerKHz = 1600.0;
+
+struct ModeRow {
+    bool (*matches)(int modeByte, bool second);
+    const char* caption;
+    int code;
+};
+
+// Code 7 is never produced; "DataUSR" stores code 1.
+const std::array<ModeRow, 12> modeTable{{
+    {[](int m, bool) { return m == 0; }, "LSB", 0},
+    {[](int m, bool) { return m == 1; }, "USB", 1},
+    {[](int m, bool s) { return m == 2 && !s; }, "CW N", 2},
+    {[](int m, bool s) { return m == 2 && s; }, "CW R", 3},
+    {[](int m, bool s) { return m == 3 && !s; }, "AM", 4},
+    {[](int m, bool s) { return m == 3 && s; }, "AM Sync", 5},
+    {[](int m, bool) { return m == 4; }, "FM", 6},
+    {[](int m, bool s) { return m == 5 && !s; }, "RTTY N", 8},
+    {[](int m, bool s) { return m == 5 && s; }, "RTTY R", 9},
+    {[](int m, bool s) { return m == 6 && !s; }, "PKT LSB", 10},
+    {[](int m, bool s) { return m == 6 && s; }, "PKT FM", 11},
+    {[](int m, bool) { return (m & 0x80) != 0; }, "DataUSR", 1},
+}};
+
+int byteAt(const QByteArray& b, int i)
+{
+    return static_cast<quint8>(b[i]);
+}
+}  // namespace
+
+ChannelMode decodeChannelMode(int modeByte, int qualifierByte, const ChannelMode& previous)
+{
+    const bool second = (qualifierByte & 0x80) != 0;
+    ChannelMode mode = previous;
+    for (const ModeRow& row : modeTable) {
+        if (row.matches(modeByte, second))
+            mode = ChannelMode{QString::fromLatin1(row.caption), row.code};
+    }
+    return mode;
+}
+
+double decodeChannelClarifier(int high, int low)
+{
+    const auto value = static_cast<qint16>(static_cast<quint16>((high << 8) | low));
+    return value / CountsPerKHz;
+}
+
+ChannelDecode decodeChannel(const QByteArray& record, const ChannelMode& previous)
+{
+    Q_ASSERT(record.size() >= ChannelDecodedBytes);
+    ChannelDecode d;
+    const quint32 count = (quint32(byteAt(record, 1)) << 24) | (quint32(byteAt(record, 2)) << 16) |
+                          (quint32(byteAt(record, 3)) << 8) | quint32(byteAt(record, 4));
+    d.clarKHz = decodeChannelClarifier(byteAt(record, 5), byteAt(record, 6));
+    // The table and the file hold the effective frequency: base plus clarifier.
+    d.shownKHz = std::floor((count / CountsPerKHz + d.clarKHz + 0.001) * 100.0) / 100.0;
+    d.freqText = formatNumber(d.shownKHz, Pattern::ChannelFrequency);
+    d.clarText = formatNumber(d.clarKHz, Pattern::Offset);
+    d.mode = decodeChannelMode(byteAt(record, 7), byteAt(record, 8), previous);
+    const int antenna = byteAt(record, 9);
+    d.antenna = (antenna & 0x10) ? QStringLiteral("B") : QStringLiteral("A");
+    if (antenna & 0x20)
+        d.antenna = QStringLiteral("Rx");
+    d.masked = (byteAt(record, 0) & 0x80) != 0;
+    return d;
+}

@@ -1,0 +1,92 @@
+#include "MemFile.h"
+
+#include "ChannelNames.h"
+#include "MemoryLog.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace {
+QString rowError(int channel, const QString& reason)
+{
+    return QStringLiteral("Row %1 (%2): %3.").arg(channel).arg(gridChannelName(channel).trimmed(), reason);
+}
+}  // namespace
+
+QList<MemRecord> MemFile::recordsFromBytes(const QByteArray& bytes)
+{
+    QList<MemRecord> records;
+    records.reserve(Records);
+    for (int n = 0; n < Records; ++n) {
+        const qsizetype at = qsizetype(n) * MemRecord::Size;
+        records.append(at < bytes.size() ? MemRecord::decode(bytes.mid(at, MemRecord::Size)) : MemRecord{});
+    }
+    return records;
+}
+
+bool MemFile::load(const QString& path, QList<MemRecord>* records, QString* error)
+{
+    QByteArray bytes;
+    if (QFileInfo::exists(path) || QFileInfo(path).isSymLink()) {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly)) {
+            if (error)
+                *error = file.errorString();
+            return false;
+        }
+        // Only the 113 records are of interest, however long the file is.
+        bytes = file.read(CompleteSize);
+        if (file.error() != QFileDevice::NoError) {
+            if (error)
+                *error = file.errorString();
+            return false;
+        }
+    }
+    qCDebug(lcMemory) << "load" << path << bytes.size() << "bytes";
+    *records = recordsFromBytes(bytes);
+    return true;
+}
+
+bool MemFile::save(const QString& path, const QList<MemoryRow>& rows, QString* error)
+{
+    // What an existing longer file holds beyond the records is kept.
+    QByteArray tail;
+    if (QFileInfo(path).size() > CompleteSize) {
+        QFile old(path);
+        if (!old.open(QIODevice::ReadOnly) || !old.seek(CompleteSize)) {
+            if (error)
+                *error = old.errorString();
+            return false;
+        }
+        tail = old.readAll();
+    }
+
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        if (error)
+            *error = file.errorString();
+        return false;
+    }
+    for (int channel = 1; channel <= Records; ++channel) {
+        const MemoryRow row = channel <= rows.size() ? rows[channel - 1] : MemoryRow{};
+        QString reason;
+        const std::optional<MemRecord> record = recordFromRow(row, &reason);
+        if (!record) {
+            file.cancelWriting();
+            if (error)
+                *error = rowError(channel, reason);
+            return false;
+        }
+        if (file.write(record->encode()) != MemRecord::Size)
+            break;  // the error is reported by commit()
+    }
+    file.write(tail);
+    if (!file.commit()) {
+        if (error)
+            *error = file.errorString();
+        return false;
+    }
+    qCDebug(lcMemory) << "saved" << path;
+    return true;
+}

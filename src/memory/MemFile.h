@@ -1,0 +1,32 @@
+#pragma once
+// Reading and writing memory files: 113 records of 29 bytes (a complete file is 3277 bytes).
+//
+// Loading never fails on content: a short file gives cleared records for the channels it lacks, and
+// any bytes are shown as they are. A missing file loads as an empty one.
+//
+// Saving is atomic: the records go to a temporary file beside the target, which replaces it only once
+// every record is written. When a row cannot be written (a frequency or clarifier cell that is not a
+// number) the save stops there with an error naming the row, and the old file stays exactly as it was
+// rather than keeping the records written before the bad row. Bytes an old file had beyond record
+// 113 are carried over.
+
+#include "MemRecord.h"
+#include "MemoryTableModel.h"
+
+#include <QList>
+#include <QString>
+
+namespace MemFile {
+constexpr int Records = 113;
+constexpr qint64 CompleteSize = qint64(Records) * MemRecord::Size;  // 3277
+
+inline const QString DefaultName = QStringLiteral("ft1000.ymp");
+
+// Records 1..113 from bytes (record n at index n - 1).
+QList<MemRecord> recordsFromBytes(const QByteArray& bytes);
+
+// False, with the reason, only when an existing file cannot be read.
+bool load(const QString& path, QList<MemRecord>* records, QString* error);
+
+bool save(const QString& path, const QList<MemoryRow>& rows, QString* error);
+}  // namespace MemFile

@@ -1,0 +1,157 @@
+#pragma once
+// The memory window: one channel of the radio shown in a row of labels, all 113 in a table; reading
+// them from the radio, saving and loading them as a file, and writing a file back into the radio.
+//
+// Its opening steps run in the constructor (the window may be loaded without being shown, for the
+// main window's "Open M-File"); its closing steps run when it is closed. Every exchange with the radio
+// is a job on the radio link; the results come back to the window, which never waits.
+
+#include "ChannelDecoder.h"
+#include "MemoryJobs.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QVector>
+#include <QWidget>
+#include <atomic>
+#include <memory>
+#include <optional>
+
+class ConsoleHost;
+class MemoryDialogs;
+class MemoryGridModel;
+class MemoryTableModel;
+class PressButton;
+class QAction;
+class QGroupBox;
+class QLabel;
+class QMenu;
+class QMenuBar;
+class QModelIndex;
+class QProgressBar;
+class QPushButton;
+class QScrollBar;
+class QTableView;
+class QTimer;
+
+namespace MemoryWindow {
+inline const QString Caption = QStringLiteral("FT-1000 Memory");
+constexpr int CollapsedTwips = 2670;
+constexpr int ExpandedTwips = 6720;
+inline const QString Section = QStringLiteral("Startup");
+inline const QString TopKey = QStringLiteral("MemTop");
+inline const QString LeftKey = QStringLiteral("MemLeft");
+inline const QString PathKey = QStringLiteral("MemPath");
+inline const QString FileFilter = QStringLiteral("All Files (*.*)|*.*|Yaesu Mem Files (*.ymp)|*.ymp");
+inline const QString OpenTitle = QStringLiteral("Retrieve Memory Data from File");
+inline const QString SaveTitle = QStringLiteral("Save Memory Data to File");
+inline const QString DefaultSuffix = QStringLiteral("ymp");
+inline const QString UploadTitle = QStringLiteral("Upload ?");
+inline const QString UploadText = QStringLiteral("You are about to upload this list to the tranceiver memory... ");
+inline const QString GridTip = QStringLiteral("Double Click on a channel to activate on the Radio");
+inline const QString MaskCaption = QStringLiteral("Mask");
+inline const QString UnmaskCaption = QStringLiteral("Un-Mask");
+inline const QString ErrorTitle = QStringLiteral("Error");
+}  // namespace MemoryWindow
+
+// Main window indicators the memory window looks at.
+namespace MainIndicator {
+constexpr int Vfo = 8;
+constexpr int Mem = 9;
+constexpr int MemoryTune = 10;
+}  // namespace MainIndicator
+
+class Mem_Frm : public QWidget {
+    Q_OBJECT
+public:
+    enum class Report { Quiet, Message };
+
+    // dialogs: the operator's answers; the platform's message boxes and file dialog when null.
+    explicit Mem_Frm(ConsoleHost& host, MemoryDialogs* dialogs = nullptr, QWidget* parent = nullptr);
+    ~Mem_Frm() override;
+
+    // 0: choose a file and load it; 1: choose a file and save to it. Cancel and failures end quietly.
+    void Diag(int index);
+    // From and to the current file. With Report::Message a failure is shown in a message box naming
+    // the file; nothing in the table or on disk is lost by a failure.
+    bool LoadMemFile(Report report = Report::Message);
+    bool SaveMemFile(Report report = Report::Message);
+    // 0: the channel selected in HScroll1; 1: all channels into the table.
+    void ReadMemory(int mode);
+    void Bouton_Click(int index);
+    void UploadMemory();
+    void cancelUpload();
+
+    // Window state.
+    int MemState = 0;      // 0 radio on a VFO, 1 on a memory channel, 2 follow mode
+    int StartChannel = 0;  // the radio's channel when the window opened, counted from 1
+    double ChannelFreq = 0;
+    double ChannelClar = 0;
+    int ChannelModeCode = 0;
+
+    QString currentFile() const { return currentFile_; }
+    void setCurrentFile(const QString& path) { currentFile_ = path; }
+    int gridRow() const { return gridRow_; }
+    bool expanded() const;
+    bool uploading() const { return uploading_; }
+    bool readingAll() const { return readingAll_; }
+    MemoryTableModel& table();
+    static QString defaultFile();
+
+    // The controls, by their names.
+    QScrollBar* HScroll1 = nullptr;
+    QVector<QLabel*> Label1;  // 0 channel, 1 frequency, 2 mode, 3 clarifier, 4 antenna
+    QVector<QLabel*> Label5;  // headings
+    QGroupBox* Frame1 = nullptr;
+    QTableView* MSFlexGrid1 = nullptr;
+    QVector<QPushButton*> Bouton;
+    QVector<PressButton*> Btn_Diag;
+    QProgressBar* Progress = nullptr;
+    QMenuBar* menuBar = nullptr;
+    QMenu* mnu_bar = nullptr;
+    QVector<QAction*> mnu_file;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildControls();
+    void buildGrid();
+    void fitGridFont();
+    void Form_Load();
+    void finishLoad(std::optional<int> start);
+    void HScroll1_Change(int value);
+    void MSFlexGrid1_DblClick(const QModelIndex& index);
+    void Btn_Diag_MouseDown(int index, Qt::MouseButton button);
+    void mnu_file_Click(int index);
+
+    void showOneChannel(const std::optional<QByteArray>& reply);
+    void showAllChannels(const std::optional<QByteArray>& reply);
+    void showDecode(const ChannelDecode& d);
+    void colourLabels(quint32 bgr);
+    void selectGridRow(int row);
+    void setHeightTwips(int twips);
+    void enableUpload();
+    void enableSaveMenu();
+    void setRadioKeysEnabled(bool on);
+    void readoutTick();
+    void finishUpload(const UploadResult& result);
+    QWidget* dialogParent();
+
+    // Posts a job whose results come back to this window (dropped once it is gone).
+    void send(std::function<void(CatPort&)> job);
+
+    ConsoleHost& host_;
+    std::unique_ptr<MemoryDialogs> ownDialogs_;
+    MemoryDialogs* dialogs_;
+    MemoryGridModel* model_ = nullptr;
+    QString currentFile_;
+    int gridRow_ = 0;
+    ChannelMode mode_;
+    bool uploading_ = false;
+    bool readingAll_ = false;
+    bool mouseDriven_[2] = {false, false};
+    std::shared_ptr<std::atomic<bool>> cancel_;
+    QTimer* readoutTimer_ = nullptr;
+    QElapsedTimer readoutClock_;
+};

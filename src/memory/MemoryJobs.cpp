@@ -1,0 +1,134 @@
+#include "MemoryJobs.h"
+
+#include "CatPort.h"
+#include "ChannelNames.h"
+#include "MemFile.h"
+#include "MemoryLog.h"
+#include "Procedures.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+namespace MaskAction {
+constexpr int Write = 0;
+constexpr int Mask = 1;
+constexpr int Unmask = 2;
+}  // namespace MaskAction
+
+namespace ClarifierP4 {
+constexpr int RxOff = 0x00;
+constexpr int TxOff = 0x80;
+constexpr int Clear = 0xFF;
+}  // namespace ClarifierP4
+
+constexpr int FirstUploaded = 1;
+
+// The stored frequency as a whole number of 10 Hz; a file's garbage is sent as whatever digits it has.
+qint64 tenHzOf(float freq)
+{
+    if (!std::isfinite(freq))
+        return 0;
+    return std::llround(std::clamp(double(freq), -1e15, 1e15));
+}
+constexpr int VfoA = 1;
+}  // namespace
+
+std::optional<QByteArray> readOneChannel(CatPort& port, int channel)
+{
+    if (!port.isOpen())
+        return std::nullopt;
+    return port.request(CatCommand::make(Op::StatusRequest, StatusKind::OneChannel, 0, 0, channel),
+                        MemoryWait::OneChannel);
+}
+
+std::optional<QByteArray> readAllChannels(CatPort& port)
+{
+    if (!port.isOpen())
+        return std::nullopt;
+    return port.request(CatCommand::make(Op::StatusRequest, StatusKind::AllMemories), MemoryWait::AllChannels);
+}
+
+std::optional<int> queryStartChannel(CatPort& port)
+{
+    if (!port.isOpen())
+        return std::nullopt;
+    const QByteArray reply =
+        port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentChannel), MemoryWait::OpenQuery);
+    return firstByte(reply) + 1;
+}
+
+void recallChannel(CatPort& port, int channel)
+{
+    port.send(CatCommand::make(Op::RecallMemory, channel));
+}
+
+void backToVfo(CatPort& port)
+{
+    port.send(CatCommand::make(Op::VfoSelect, 0));
+}
+
+void memoryToVfoA(CatPort& port, int channel)
+{
+    port.send(CatCommand::make(Op::MemoryToVfoA, channel));
+}
+
+void setChannelMask(CatPort& port, int channel, bool masked)
+{
+    port.send(CatCommand::make(Op::WriteMemory, channel, masked ? MaskAction::Mask : MaskAction::Unmask));
+}
+
+int uploadPercent(int channel)
+{
+    return static_cast<int>(std::lround(channel * 100.0 / Channels::Uploaded));
+}
+
+UploadResult UploadMemory(CatPort& port, const QString& path, const std::function<void(int, int)>& progress,
+                          const std::atomic<bool>* cancel)
+{
+    UploadResult result;
+    if (!port.isOpen())
+        return result;
+    result.ran = true;
+
+    recallChannel(port, FirstUploaded);
+    port.send(CatCommand::make(Op::Clarifier, ClarifierP4::RxOff));
+    port.send(CatCommand::make(Op::Clarifier, ClarifierP4::TxOff));
+    port.send(CatCommand::make(Op::Clarifier, ClarifierP4::Clear));
+
+    QList<MemRecord> records;
+    if (!MemFile::load(path, &records, &result.fileError)) {
+        qCWarning(lcMemory) << "upload: cannot read" << path << result.fileError;
+        records.clear();
+    }
+
+    for (int i = FirstUploaded; i <= Channels::Uploaded && i <= records.size(); ++i) {
+        if (i > FirstUploaded && cancel && cancel->load()) {
+            result.cancelled = true;
+            break;
+        }
+        const MemRecord& r = records[i - 1];
+        bool awake = true;
+        port.send(CatCommand::make(Op::SetMode, r.mde));
+        awake &= port.sleep(MemoryWait::UploadStep);
+        SetFreq(port, tenHzOf(r.freq), VfoA);
+        port.send(CatCommand::make(Op::WriteMemory, i, MaskAction::Write));
+        awake &= port.sleep(MemoryWait::UploadStep);
+        if (r.isMasked()) {
+            port.send(CatCommand::make(Op::WriteMemory, i, MaskAction::Mask));
+            awake &= port.sleep(MemoryWait::UploadStep);
+        }
+        result.channelsWritten = i;
+        if (progress)
+            progress(uploadPercent(i), i);
+        if (!awake) {  // the link is shutting down
+            result.cancelled = true;
+            break;
+        }
+    }
+
+    backToVfo(port);
+    port.sleep(MemoryWait::UploadStep);
+    qCDebug(lcMemory) << "upload:" << result.channelsWritten << "channels";
+    return result;
+}

@@ -1,0 +1,3 @@
+#include "MemoryLog.h"
+
+Q_LOGGING_CATEGORY(lcMemory, "memory", QtWarningMsg)

@@ -1,0 +1,5 @@
+#pragma once
+#include <QLoggingCategory>
+
+// Off by default; QT_LOGGING_RULES="memory=true" traces read-outs, files and uploads.
+Q_DECLARE_LOGGING_CATEGORY(lcMemory)
