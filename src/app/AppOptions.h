@@ -1,0 +1,19 @@
+#pragma once
+// The command line of the program.
+
+#include <QString>
+#include <QStringList>
+
+struct AppOptions {
+    bool simulate = false;
+    bool markV = true;     // --model markv (default) or mp
+    QString port;          // a device for this run only
+    QString settingsFile;  // an INI file in place of the per-user store
+    QString screenshot;    // grab the main window to this PNG and quit
+    int screenshotAfterMs = 3000;
+    bool dumpState = false;  // print the displays on exit
+    QString error;           // non-empty: the command line is wrong
+};
+
+// Parses the arguments; --help and --version print and exit the process as usual.
+AppOptions parseAppOptions(const QStringList& arguments);

@@ -1,0 +1,86 @@
+// The program: the radio link on its thread, the main window, and what the command line asks for.
+#include "AppOptions.h"
+#include "Form1.h"
+#include "IniSettingsStore.h"
+#include "PlaceholderWindows.h"
+#include "Prompts.h"
+#include "QtSerialPort.h"
+#include "RadioLink.h"
+#include "RealClock.h"
+#include "SimHost.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QTimer>
+#include <cstdio>
+#include <memory>
+
+namespace {
+void dumpState(Form1& form)
+{
+    auto line = [](const QString& name, const QString& value) {
+        std::printf("%s=%s\n", qPrintable(name), qPrintable(value));
+    };
+    line(QStringLiteral("title"), form.windowTitle());
+    line(QStringLiteral("Label2(1)"), form.Label2[1]->text());
+    line(QStringLiteral("Label2(2)"), form.Label2[2]->text());
+    line(QStringLiteral("Label1(1)"), form.Label1[1]->text());
+    line(QStringLiteral("Label1(2)"), form.Label1[2]->text());
+    line(QStringLiteral("Label5"), form.Label5->text());
+    std::fflush(stdout);
+}
+}  // namespace
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("ft1000cat"));
+    QApplication::setApplicationVersion(QStringLiteral(FT_VERSION));
+    const AppOptions options = parseAppOptions(QApplication::arguments());
+    if (!options.error.isEmpty()) {
+        std::fprintf(stderr, "ft1000cat: %s\n", qPrintable(options.error));
+        return 2;
+    }
+
+    std::unique_ptr<SimHost> sim;
+    QString device = options.port;
+    if (options.simulate) {
+        sim = std::make_unique<SimHost>(options.markV ? VirtualRadio::Model::MarkV : VirtualRadio::Model::MP);
+        QString error;
+        if (!sim->start(&error)) {
+            std::fprintf(stderr, "ft1000cat: cannot start the virtual radio: %s\n", qPrintable(error));
+            return 1;
+        }
+        device = sim->devicePath();
+    }
+
+    std::unique_ptr<SettingsStore> settings = options.settingsFile.isEmpty()
+                                                  ? std::make_unique<IniSettingsStore>()
+                                                  : std::make_unique<IniSettingsStore>(options.settingsFile);
+    auto clock = std::make_shared<RealClock>();
+    RadioLink link([] { return std::make_unique<QtSerialPort>(); }, clock);
+    QtPrompts prompts;
+    PlaceholderWindows windows;
+    auto form = std::make_unique<Form1>(link, *settings, windows, prompts);
+    windows.setOwner(form.get());
+    if (!device.isEmpty())
+        form->setPortOverride(device);
+    form->Form_Load();
+    form->show();
+
+    if (!options.screenshot.isEmpty()) {
+        QTimer::singleShot(options.screenshotAfterMs, form.get(), [&] {
+            if (!form->grab().save(options.screenshot))
+                std::fprintf(stderr, "ft1000cat: cannot write %s\n", qPrintable(options.screenshot));
+            form->close();
+        });
+    }
+    const int rc = app.exec();
+    if (options.dumpState)
+        dumpState(*form);
+    form.reset();
+    link.shutdown();
+    if (sim)
+        sim->stop();
+    return rc;
+}

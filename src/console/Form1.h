@@ -1,0 +1,201 @@
+#pragma once
+// The main window: the radio's front panel on screen. It owns no port: every exchange with the
+// radio is a job on the radio link, whose results come back here to be painted.
+//
+// The window is split by concern over several files: Form1.cpp (the shared numbers and what the
+// other windows may use), Form1Layout.cpp (the controls and the two layouts), Form1Lifecycle.cpp
+// (start-up and shutdown), Form1Poll.cpp (the status poll and its painting), Form1Keys.cpp (the
+// front-panel keys), Form1Meters.cpp (the meters) and Form1Menus.cpp (the menu bar).
+
+#include "ConfigScrn.h"
+#include "ConsoleHost.h"
+#include "FrontPanel.h"
+#include "ScopeHost.h"
+#include "StatusDecoder.h"
+
+#include <QMainWindow>
+#include <QPointer>
+#include <QVector>
+#include <functional>
+#include <memory>
+
+class BandScope;
+class ClickFrame;
+class LevelGauge;
+class PressButton;
+class Prompts;
+class QAction;
+class QGroupBox;
+class QLabel;
+class QMenu;
+class QPushButton;
+class QRadioButton;
+class QTimer;
+class SecondaryWindows;
+struct FlagsReply;
+struct MeterReplies;
+
+class Form1 : public QMainWindow, public ConsoleHost, public ScopeHost {
+    Q_OBJECT
+public:
+    Form1(RadioLink& link, SettingsStore& settings, SecondaryWindows& windows, Prompts& prompts,
+          QWidget* parent = nullptr);
+    ~Form1() override;
+
+    // Start-up (Form_Load): placement and layout, port, transmit permission, flags, poll, scope lists.
+    void Form_Load();
+    // A device to open for this run instead of the stored port (nothing is persisted about it).
+    void setPortOverride(const QString& device) { portOverride_ = device; }
+    // The folder searched for the external analyser (the program's own folder unless set).
+    void setProgramFolder(const QString& folder) { programFolder_ = folder; }
+
+    // Procedures other windows call.
+    void Get_Status32(int stat);        // 0: the full poll (status, meters, flags)
+    void SetFreq(qint64 frq, int vfo);  // frq in 10 Hz units
+    void GetFlags(int arg);
+
+    // Event handlers, by control array and index.
+    void Timer1_Timer();
+    void Key_Click(int index);
+    void Key_MouseDown(int index, Qt::MouseButton button);
+    void Key_MouseUp(int index, Qt::MouseButton button);
+    void Frame_Click(int index);
+    void Mtr_Click(int index);
+    void mnu_bar_Click(int index);
+    void mnu_File_Click(int index);
+    void mnu_EDSPR_Click(int index);
+    void mnu_EDSPT_Click(int index);
+    void mnu_Stup_Click(int index);
+    void mnu_Hlp_Click(int index);
+
+    // The port dialog, created on first use and kept until the window goes.
+    void showConfigScrn(bool modal);
+    ConfigScrn* configScrn() const { return configScrn_; }
+
+    // Fields other code reads.
+    int radioType() const { return radioType_; }
+    int meterSelector() const { return meterSelector_; }
+    int mainSMeterValue() const { return mainSMeter_; }
+    int lastToggleParam() const { return lastToggleParam_; }
+    bool txAuthorized() const;
+    bool analyserPresent() const { return analyserPresent_; }
+    bool transmitting() const { return transmitting_; }
+    QTimer* timer1() const { return Timer1; }
+    BandScope* bandScope() const { return scope_; }
+    QPushButton* keyButton(int index) const;  // Key(index), the scope's keys included
+
+    // Controls, with their indices (missing indices hold null).
+    QVector<QLabel*> Label1;         // 0..22 indicators
+    QVector<QLabel*> Label2;         // 1, 2 frequency displays
+    QVector<QLabel*> Label3;         // 1..8 clarifiers
+    QVector<QGroupBox*> Frame;       // 1 scope, 2 main, 3 main clarifier, 4 sub clarifier, 5 meters, 6 VFO-A, 7 VFO-B
+    QVector<PressButton*> Key;       // 0..32
+    QVector<QRadioButton*> Mtr;      // 0..6, no 2
+    QVector<QLabel*> Label;          // 11: the transmit meter's scale
+    LevelGauge* axPanel1 = nullptr;  // main S-meter
+    LevelGauge* axPanel3 = nullptr;  // sub S-meter
+    LevelGauge* axPanel2 = nullptr;  // transmit meter
+    QLabel* Label5 = nullptr;        // "S-Meters 1-2 = ..."
+    QLabel* Label15 = nullptr;       // diagnostic dumps, kept out of sight
+    QLabel* Label16 = nullptr;
+    QLabel* Label4 = nullptr;
+    QVector<QAction*> mnu_Bar, mnu_File, mnu_EDSPR, mnu_EDSPT, mnu_Stup, mnu_Hlp;
+
+    // ConsoleHost and ScopeHost.
+    RadioLink& link() override { return link_; }
+    SettingsStore& settings() override { return settings_; }
+    QWidget* window() override { return this; }
+    bool portOpen() const override;
+    void setPollEnabled(bool on) override;
+    bool pollEnabled() const override;
+    bool indicatorVisible(int index) const override;
+    QString indicatorCaption(int index) const override;
+    double vfoKHz(int vfo) const override { return vfo == 2 ? vfoB_ : vfoA_; }
+    void setVfoKHz(int vfo, double kHz) override { (vfo == 2 ? vfoB_ : vfoA_) = kHz; }
+    int modeCode() const override { return modeCode_; }
+    void setModeCode(int code) override { modeCode_ = code; }
+    void setVfoADisplay(const QString& caption) override;
+    bool edspMenuChecked(bool transmit, int index) const override;
+    void setEdspMenuChecked(bool transmit, int index, bool checked) override;
+    void setKeyBackColour(int keyIndex, quint32 bgr) override;
+    void resetKeyBackColour(int keyIndex) override;
+    QRect geometryTwips() const override;
+    int navigatorWidthTwips() override;
+    void setFrequencyDisplay(int receiver, const QString& caption) override;
+    void setMainSMeter(int percent) override;
+    bool dualShown() const override;
+    void pressKey(int index) override { Key_Click(index); }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;  // Form_QueryUnload
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    // Layout.
+    void buildControls();
+    void buildMenus();
+    QWidget* buildVfoRow();
+    QWidget* buildIndicatorStrip();
+    QWidget* buildKeyPad();
+    QGroupBox* buildMeters();
+    void applyLayout(const FrontPanel::Layout& layout);
+    void placeFrames();
+    void setWindowHeightTwips(int twips);
+    void applyDisplayLook(int vfo);
+    QLabel* makeIndicator(int index, const QString& caption, QWidget* parent);
+
+    // Start-up and shutdown.
+    void openPortAtStart();
+    void askForPort();
+    void restoreTxPermission();
+    void lookForAnalyser();
+    void setTxAuthorized(bool on);
+
+    // Poll painting.
+    void showStatus(const QByteArray& record);
+    void showMeters(const MeterReplies& replies);
+    void showFlags(int arg, const FlagsReply& reply);
+
+    // Keys.
+    FrontPanel::Indicators shownIndicators() const;
+    bool shown(const QLabel* label) const;
+    void sendKeyCommand(int index);
+    void writeVfoToMemory();
+    void askMemoryAndWrite(int channel);
+    void recallMemoryToVfoA();
+    void toggleVfoMemory();
+    void toggleScope();
+    void pressEdspPair(int offIndex, int onIndex);
+    void startAnalyser();
+    void send(const CatCommand& command);
+
+    // Results of a job come back through here: skipped once the window is gone.
+    using Delivery = std::function<void(Form1&)>;
+    std::function<void(Delivery)> courier();
+
+    RadioLink& link_;
+    SettingsStore& settings_;
+    SecondaryWindows& windows_;
+    Prompts& prompts_;
+
+    QTimer* Timer1 = nullptr;
+    BandScope* scope_ = nullptr;
+    QWidget* meterPanel_ = nullptr;
+    QPointer<ConfigScrn> configScrn_;
+    std::shared_ptr<QObject> mailbox_;
+
+    StatusRecord record_;
+    double vfoA_ = 0, vfoB_ = 0;
+    int modeCode_ = 0;
+    int radioType_ = 1;
+    int meterSelector_ = 0x80;  // PO selected when the window opens
+    int mainSMeter_ = 0;
+    int lastToggleParam_ = 0;
+    bool muted_[3] = {false, false, false};
+    bool transmitting_ = false;
+    bool small_ = false;
+    int frameWidthTwips_ = FrontPanel::LargeFrameWidth;
+    bool analyserPresent_ = false;
+    QString portOverride_;
+    QString programFolder_;
+};
