@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # Builds everything and runs every test through CTest; then the plain-logic libraries and their tests
-# again with the address and undefined-behaviour sanitizers.
+# again with the address and undefined-behaviour sanitizers; then the fuzz targets for a bounded time
+# each; then the link thread's tests and the poll against the misbehaving radio under the thread
+# sanitizer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/setup.sh
+bash scripts/setup.sh clang libclang-rt-14-dev
 jobs=2
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
 cmake --build build --parallel $jobs
@@ -13,3 +15,18 @@ cmake -S . -B build-sanitize -G Ninja -DCMAKE_BUILD_TYPE=Debug -DFT_SANITIZE=ON 
 cmake --build build-sanitize --parallel $jobs
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
     ctest --test-dir build-sanitize --output-on-failure --parallel $jobs
+
+# Fuzzing: every reader of outside input, with clang's libFuzzer, about 20 s each.
+CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DFT_FUZZ=ON \
+    -DFT_CORE_ONLY=ON
+cmake --build build-fuzz --target fuzz_targets --parallel $jobs
+ctest --test-dir build-fuzz --output-on-failure --parallel $jobs
+
+# Thread sanitizer: the link thread, the virtual radio's host thread and the port watch, polling the
+# misbehaving radio; any data race fails the run.
+tsan_tests=(test_radio_link_threaded test_sim_radiolink test_sim_link test_sim_unplug test_port_watch test_link_faults)
+cmake -S . -B build-tsan -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DFT_TSAN=ON -DFT_CORE_ONLY=ON
+cmake --build build-tsan --target "${tsan_tests[@]}" --parallel $jobs
+TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1 suppressions=$PWD/tests/faults/tsan.supp" \
+    ctest --test-dir build-tsan --output-on-failure --parallel $jobs \
+    -R "^($(IFS='|'; echo "${tsan_tests[*]}"))\$"

@@ -9,6 +9,7 @@
 
 #include "ConfigScrn.h"
 #include "ConsoleHost.h"
+#include "FlagsDecoder.h"
 #include "FrontPanel.h"
 #include "ScopeHost.h"
 #include "StatusDecoder.h"
@@ -22,6 +23,7 @@
 class BandScope;
 class ClickFrame;
 class LevelGauge;
+class PortWatch;
 class PressButton;
 class Prompts;
 class QAction;
@@ -83,6 +85,7 @@ public:
     QTimer* timer1() const { return Timer1; }
     BandScope* bandScope() const { return scope_; }
     QPushButton* keyButton(int index) const;  // Key(index), the scope's keys included
+    QMenu* setupMenu() const;                 // the "Setup" menu, for items the application adds
 
     // Controls, with their indices (missing indices hold null).
     QVector<QLabel*> Label1;         // 0..22 indicators
@@ -125,6 +128,14 @@ public:
     void setMainSMeter(int percent) override;
     bool dualShown() const override;
     void pressKey(int index) override { Key_Click(index); }
+
+signals:
+    // For what shares the radio with the window (the network server): each poll's decoded results,
+    // the transmit permission, and the window starting to close (before the port is closed).
+    void statusShown(const StatusView& view);
+    void flagsShown(const FlagsView& view);
+    void txAuthorizationChanged(bool authorized);
+    void aboutToClose();
 
 protected:
     void closeEvent(QCloseEvent* event) override;  // Form_QueryUnload
@@ -182,6 +193,7 @@ private:
     BandScope* scope_ = nullptr;
     QWidget* meterPanel_ = nullptr;
     QPointer<ConfigScrn> configScrn_;
+    PortWatch* portWatch_ = nullptr;  // re-opens the port when its lost device comes back
     std::shared_ptr<QObject> mailbox_;
 
     StatusRecord record_;

@@ -6,6 +6,7 @@
 #include "LineSettings.h"
 #include "PanelLook.h"
 #include "PortCatalog.h"
+#include "PortWatch.h"
 #include "PressButton.h"
 #include "Prompts.h"
 #include "RadioLink.h"
@@ -19,6 +20,8 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
+#include <QGroupBox>
+#include <QLabel>
 #include <QLoggingCategory>
 #include <QTimer>
 
@@ -40,10 +43,16 @@ void Form1::Form_Load()
 {
     // 1. Placement, layout, radio type, port, transmit permission.
     WindowPlacement::restore(this, settings_, StartupSection, TopKey, LeftKey, DefaultTop, DefaultLeft);
-    const int width = static_cast<int>(settings_.number(StartupSection, WidthKey, FrontPanel::LargeWidth));
+    const int width = settings_.wholeNumber(StartupSection, WidthKey, FrontPanel::LargeWidth);
     applyLayout(FrontPanel::layoutAtStart(width));
-    radioType_ = static_cast<int>(settings_.number(PortKeys::RadioSection, PortKeys::RadioType, DefaultRadioType));
+    radioType_ = settings_.wholeNumber(PortKeys::RadioSection, PortKeys::RadioType, DefaultRadioType);
     openPortAtStart();
+    // A device lost while the program runs is closed, shown as "No Link  " and opened again when it is back.
+    if (!portWatch_) {
+        portWatch_ = new PortWatch(link_, this);
+        connect(portWatch_, &PortWatch::deviceLost, this, [this] { setVfoADisplay(NoLinkText); });
+        portWatch_->start();
+    }
     restoreTxPermission();
     // 2. The flags once: this call identifies a Mark-V.
     GetFlags(0);
@@ -116,7 +125,9 @@ void Form1::setTxAuthorized(bool on)
 {
     mnu_Stup[2]->setChecked(on);
     Key[FrontPanel::KeyIndex::Start]->setEnabled(on);
-    Key[FrontPanel::KeyIndex::Ptt]->setEnabled(on);
+    // The transmitter cannot be keyed while the scope sweeps, whatever the permission.
+    Key[FrontPanel::KeyIndex::Ptt]->setEnabled(on && Frame[1]->isHidden());
+    emit txAuthorizationChanged(on);
 }
 
 void Form1::lookForAnalyser()
@@ -132,6 +143,7 @@ void Form1::showConfigScrn(bool modal)
 {
     if (!configScrn_)
         configScrn_ = new ConfigScrn(*this, prompts_, this);
+    configScrn_->setRerunOkOnRelease(portOverride_.isEmpty());
     if (!configScrn_->isVisible())
         configScrn_->Form_Load();
     if (modal) {
@@ -146,7 +158,10 @@ void Form1::showConfigScrn(bool modal)
 void Form1::closeEvent(QCloseEvent* event)
 {
     // Form_QueryUnload: close the port, save the placement and the transmit permission, end.
+    emit aboutToClose();
     setPollEnabled(false);
+    if (portWatch_)
+        portWatch_->stop();
     link_.runBlocking([](CatPort& port) {
         if (port.serial().isOpen())
             port.serial().close();

@@ -4,6 +4,7 @@
 #include "LinkLog.h"
 #include "RealClock.h"
 #include "SerialPort.h"
+#include "ThreadHandoff.h"
 
 #include <QCoreApplication>
 #include <QThread>
@@ -27,30 +28,38 @@ RadioLink::RadioLink(PortFactory makePort, std::shared_ptr<Clock> clock, Mode mo
     worker_->moveToThread(thread_);
     thread_->start();
     // The port is created on the link thread so that its notifications belong there.
+    ThreadHandoff::release(this);
     QMetaObject::invokeMethod(
         worker_,
         [this, makePort] {
+            ThreadHandoff::acquire(this);
             port_ = makePort();
             cat_ = std::make_unique<CatPort>(*port_, *clock_);
             cat_->setStopFlag(&stopping_);
             open_ = port_->isOpen();
+            ThreadHandoff::release(this);
         },
         Qt::BlockingQueuedConnection);
+    ThreadHandoff::acquire(this);
 }
 
 RadioLink::~RadioLink()
 {
     shutdown();
     if (thread_) {
+        ThreadHandoff::release(this);
         QMetaObject::invokeMethod(
             worker_,
             [this] {
+                ThreadHandoff::acquire(this);
                 if (port_)
                     port_->close();
                 cat_.reset();
                 port_.reset();
+                ThreadHandoff::release(this);
             },
             Qt::BlockingQueuedConnection);
+        ThreadHandoff::acquire(this);
         thread_->quit();
         thread_->wait();
         delete worker_;
@@ -98,10 +107,14 @@ void RadioLink::post(Job job)
         return;
     }
     ++pending_;
+    auto queued = std::make_shared<Job>(std::move(job));
+    ThreadHandoff::release(queued.get());
     QMetaObject::invokeMethod(
         worker_,
-        [this, job = std::move(job)] {
-            runOne(job);
+        [this, queued, receipt = ThreadHandoff::Receipt(queued.get())] {
+            ThreadHandoff::acquire(queued.get());
+            runOne(*queued);
+            ThreadHandoff::release(queued.get());  // the call may be freed on the posting thread
             --pending_;
         },
         Qt::QueuedConnection);
@@ -136,7 +149,17 @@ void RadioLink::deliver(QObject* ctx, std::function<void()> fn)
         fn();
         return;
     }
-    QMetaObject::invokeMethod(ctx, std::move(fn), Qt::QueuedConnection);
+    auto queued = std::make_shared<std::function<void()>>(std::move(fn));
+    ThreadHandoff::release(queued.get());
+    // The receipt is captured after the call, so it is destroyed, and acquires, before the call is freed.
+    QMetaObject::invokeMethod(
+        ctx,
+        [queued, receipt = ThreadHandoff::Receipt(queued.get())] {
+            ThreadHandoff::acquire(queued.get());
+            (*queued)();
+            ThreadHandoff::release(queued.get());
+        },
+        Qt::QueuedConnection);
 }
 
 void RadioLink::runBlocking(const Job& fn)
@@ -152,15 +175,19 @@ void RadioLink::runBlocking(const Job& fn)
         fn(*cat_);
         return;
     }
+    ThreadHandoff::release(&fn);
     QMetaObject::invokeMethod(
         worker_,
         [this, &fn] {
+            ThreadHandoff::acquire(&fn);
             if (cat_) {
                 fn(*cat_);
                 afterJob();
             }
+            ThreadHandoff::release(&fn);
         },
         Qt::BlockingQueuedConnection);
+    ThreadHandoff::acquire(&fn);
 }
 
 void RadioLink::shutdown()

@@ -82,6 +82,14 @@ bool MemFile::save(const QString& path, const QList<MemoryRow>& rows, QString* e
             break;  // the error is reported by commit()
     }
     file.write(tail);
+    // Flushed here, not left to commit(): a write that fails while the last buffer goes out (a full
+    // disk) is not seen by commit(), which would then put the cut-short file in place of the old one.
+    if (!file.flush()) {
+        if (error)
+            *error = file.errorString();
+        file.cancelWriting();
+        return false;
+    }
     if (!file.commit()) {
         if (error)
             *error = file.errorString();

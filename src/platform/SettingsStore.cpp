@@ -1,8 +1,20 @@
 #include "SettingsStore.h"
 
+#include <cmath>
+#include <limits>
+
 double SettingsStore::number(const QString& section, const QString& key, double fallback) const
 {
     return leadingNumber(value(section, key), fallback);
+}
+
+int SettingsStore::wholeNumber(const QString& section, const QString& key, int fallback) const
+{
+    const double v = number(section, key, fallback);
+    if (!std::isfinite(v) || v <= double(std::numeric_limits<int>::min()) - 1 ||
+        v >= double(std::numeric_limits<int>::max()) + 1)
+        return fallback;
+    return static_cast<int>(v);
 }
 
 double leadingNumber(const QString& text, double fallback, bool* found)

@@ -13,6 +13,9 @@ public:
 
     // Numbers are read the forgiving way: the leading number of the text, the fallback when there is none.
     double number(const QString& section, const QString& key, double fallback) const;
+    // The same number used as a whole number (its fraction dropped); the fallback also when it does not
+    // fit an int, so a mangled file ("Width=99999999999") cannot overflow the conversion.
+    int wholeNumber(const QString& section, const QString& key, int fallback) const;
 };
 
 // Leading number of a text ("12.5 Khz" -> 12.5, "abc" -> fallback), the way captions and stored values are read.

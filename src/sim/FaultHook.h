@@ -1,7 +1,7 @@
 #pragma once
 // Where line faults plug into the virtual radio: a command the radio never hears, a reply that is
-// corrupted, cut short, late, doubled or missing, bytes nobody asked for. The radio works without one.
-// The hook is called with the radio locked: it must not call back into the radio.
+// corrupted, cut short, late, doubled or missing, bytes nobody asked for, a terminal that goes away. The radio works
+// without one. The hook is called with the radio locked: it must not call back into the radio.
 
 #include <QByteArray>
 
@@ -9,6 +9,7 @@
 struct RadioReply {
     QByteArray bytes;      // empty: the radio stays silent
     int extraDelayMs = 0;  // a late reply starts this much after the command has arrived
+    int closeLineMs = 0;   // > 0: instead of answering, the host closes its terminal for this long
 };
 
 class FaultHook {

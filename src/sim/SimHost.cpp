@@ -1,5 +1,7 @@
 #include "SimHost.h"
 
+#include <QFile>
+
 #include <fcntl.h>
 #include <poll.h>
 #include <stdlib.h>
@@ -19,6 +21,11 @@ using SteadyClock = std::chrono::steady_clock;
 constexpr auto HookIdlePeriod = std::chrono::milliseconds(20);
 constexpr auto IdlePeriod = std::chrono::milliseconds(100);
 constexpr int CommandBytes = 5;
+
+// What a byte on the wake pipe asks of the serving thread.
+constexpr char StopRequest = 1;
+constexpr char UnplugRequest = 2;
+constexpr char ReplugRequest = 3;
 
 QString systemError(const char* what)
 {
@@ -74,32 +81,108 @@ VirtualRadio& SimHost::radio()
     return radio_;
 }
 
+LineFaults& SimHost::faults()
+{
+    std::lock_guard lock(faultsMutex_);
+    if (!faults_) {
+        faults_ = std::make_shared<LineFaults>();
+        radio_.setFaultHook(faults_);
+    }
+    return *faults_;
+}
+
+void SimHost::setLinkPath(const QString& path)
+{
+    std::lock_guard lock(pathMutex_);
+    linkPath_ = path;
+}
+
 QString SimHost::devicePath() const
 {
+    std::lock_guard lock(pathMutex_);
+    return linkPath_.isEmpty() ? path_ : linkPath_;
+}
+
+QString SimHost::terminalPath() const
+{
+    std::lock_guard lock(pathMutex_);
     return path_;
 }
 
-bool SimHost::start(QString* error)
+bool SimHost::pluggedIn() const
 {
-    if (thread_.joinable())
-        return true;
+    return plugged_.load();
+}
+
+int SimHost::closures() const
+{
+    return closures_.load();
+}
+
+bool SimHost::openTerminal(QString* error)
+{
     master_ = ::posix_openpt(O_RDWR | O_NOCTTY);
     if (master_ < 0)
         return fail(error, systemError("posix_openpt"));
     char name[128] = {};
     if (::grantpt(master_) != 0 || ::unlockpt(master_) != 0 || ::ptsname_r(master_, name, sizeof name) != 0) {
         const QString text = systemError("pseudo-terminal");
-        closeAll();
+        closeTerminal();
         return fail(error, text);
     }
-    path_ = QString::fromLocal8Bit(name);
     slave_ = ::open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
-    if (slave_ < 0 || !makeRaw(slave_) || ::pipe2(wake_, O_CLOEXEC | O_NONBLOCK) != 0) {
+    if (slave_ < 0 || !makeRaw(slave_)) {
         const QString text = systemError("pseudo-terminal");
-        closeAll();
+        closeTerminal();
         return fail(error, text);
     }
     setFlags(master_, FD_CLOEXEC, O_NONBLOCK);
+    std::lock_guard lock(pathMutex_);
+    path_ = QString::fromLocal8Bit(name);
+    if (!linkPath_.isEmpty()) {
+        const QByteArray link = QFile::encodeName(linkPath_);
+        ::unlink(link.constData());
+        if (::symlink(name, link.constData()) != 0) {
+            const QString text = systemError("symlink");
+            path_.clear();
+            closeFd(slave_);
+            closeFd(master_);
+            return fail(error, text);
+        }
+    }
+    plugged_ = true;
+    return true;
+}
+
+void SimHost::closeTerminal()
+{
+    {
+        std::lock_guard lock(pathMutex_);
+        if (!linkPath_.isEmpty() && plugged_.load())
+            ::unlink(QFile::encodeName(linkPath_).constData());
+        path_.clear();
+    }
+    const bool wasPlugged = plugged_.exchange(false);
+    closeFd(slave_);
+    closeFd(master_);
+    if (wasPlugged)
+        ++closures_;
+}
+
+bool SimHost::start(QString* error)
+{
+    if (thread_.joinable())
+        return true;
+    if (::pipe2(wake_, O_CLOEXEC | O_NONBLOCK) != 0) {
+        const QString text = systemError("pipe");
+        closeAll();
+        return fail(error, text);
+    }
+    if (!openTerminal(error)) {
+        closeAll();
+        return false;
+    }
+    closures_ = 0;
     since_.start();
     thread_ = std::thread([this] { serve(); });
     return true;
@@ -108,7 +191,7 @@ bool SimHost::start(QString* error)
 void SimHost::stop()
 {
     if (thread_.joinable()) {
-        const char stopByte = 1;
+        const char stopByte = StopRequest;
         [[maybe_unused]] const ssize_t n = ::write(wake_[1], &stopByte, 1);
         thread_.join();
     }
@@ -117,16 +200,53 @@ void SimHost::stop()
 
 void SimHost::closeAll()
 {
+    if (plugged_.load())
+        closeTerminal();
     closeFd(slave_);
     closeFd(master_);
     closeFd(wake_[0]);
     closeFd(wake_[1]);
 }
 
+void SimHost::request(char what)
+{
+    std::unique_lock lock(requestMutex_);
+    const int mine = ++asked_;
+    [[maybe_unused]] const ssize_t n = ::write(wake_[1], &what, 1);
+    requestDone_.wait(lock, [&] { return served_ >= mine; });
+}
+
+void SimHost::unplug()
+{
+    std::lock_guard one(requestSerial_);
+    if (thread_.joinable())
+        request(UnplugRequest);
+    else if (plugged_.load())
+        closeTerminal();
+}
+
+bool SimHost::replug(QString* error)
+{
+    std::lock_guard one(requestSerial_);
+    if (!thread_.joinable())
+        return plugged_.load() || openTerminal(error);
+    request(ReplugRequest);
+    std::lock_guard lock(requestMutex_);
+    if (!replugOk_ && error)
+        *error = replugError_;
+    return replugOk_;
+}
+
 QList<SimHost::LogEntry> SimHost::log() const
 {
+    // A list of its own, not a shared copy of the host's: the host's next append would otherwise decide
+    // between copying and moving the entries by a reference count read without ordering.
     std::lock_guard lock(logMutex_);
-    return log_;
+    QList<LogEntry> copy;
+    copy.reserve(log_.size());
+    for (const LogEntry& e : log_)
+        copy.append(e);
+    return copy;
 }
 
 void SimHost::clearLog()
@@ -149,6 +269,9 @@ void SimHost::serve()
     SteadyClock::time_point inFree = outFree;
     QByteArray frame;
     SteadyClock::time_point lastByte{};
+    // A terminal closed by a fault comes back by itself at replugAt.
+    bool replugDue = false;
+    SteadyClock::time_point replugAt{};
 
     const auto queue = [&](const QByteArray& bytes, SteadyClock::time_point earliest) {
         SteadyClock::time_point t = std::max(earliest, outFree);
@@ -158,6 +281,12 @@ void SimHost::serve()
         }
         if (!bytes.isEmpty())
             outFree = t;
+    };
+
+    const auto unplugNow = [&] {
+        closeTerminal();
+        out.clear();
+        frame.clear();
     };
 
     const auto receive = [&](char b, SteadyClock::time_point now) {
@@ -174,7 +303,39 @@ void SimHost::serve()
         }
         const RadioReply reply = radio_.respond(frame);
         frame.clear();
+        if (reply.closeLineMs > 0) {
+            unplugNow();
+            replugDue = true;
+            replugAt = now + milliseconds(reply.closeLineMs);
+            return;
+        }
         queue(reply.bytes, inFree + milliseconds(reply.extraDelayMs));
+    };
+
+    // An unplug or replug asked through the wake pipe; false for the stop request.
+    const auto serveRequests = [&]() -> bool {
+        char asks[16];
+        const ssize_t got = ::read(wake_[0], asks, sizeof asks);
+        for (ssize_t i = 0; i < got; ++i) {
+            if (asks[i] == StopRequest)
+                return false;
+            bool ok = true;
+            QString error;
+            if (asks[i] == UnplugRequest) {
+                replugDue = false;  // pulled by hand: stays away until plugged in by hand
+                if (plugged_.load())
+                    unplugNow();
+            } else if (asks[i] == ReplugRequest) {
+                replugDue = false;
+                ok = plugged_.load() || openTerminal(&error);
+            }
+            std::lock_guard lock(requestMutex_);
+            ++served_;
+            replugOk_ = ok;
+            replugError_ = error;
+            requestDone_.notify_all();
+        }
+        return true;
     };
 
     for (;;) {
@@ -185,23 +346,34 @@ void SimHost::serve()
             deadline = std::min(deadline, out.front().first);
         if (!frame.isEmpty())
             deadline = std::min(deadline, lastByte + frameTimeout);
+        if (replugDue)
+            deadline = std::min(deadline, replugAt);
         const auto wait = std::max(SteadyClock::duration::zero(), deadline - now);
         const auto ns = duration_cast<nanoseconds>(wait).count();
         timespec timeout{static_cast<time_t>(ns / 1000000000), static_cast<long>(ns % 1000000000)};
+        // While unplugged the terminal's slot is -1, which ppoll passes over.
         pollfd fds[2] = {{wake_[0], POLLIN, 0}, {master_, POLLIN, 0}};
         if (::ppoll(fds, 2, &timeout, nullptr) < 0 && errno != EINTR)
             return;
-        if (fds[0].revents != 0)
+        if (fds[0].revents != 0 && !serveRequests())
             return;
         now = SteadyClock::now();
+        if (replugDue && now >= replugAt) {
+            replugDue = false;
+            openTerminal(nullptr);  // a failure leaves it unplugged, as a dead adapter would be
+        }
+        if (master_ < 0)
+            continue;
         if (fds[1].revents & POLLIN) {
             char buf[512];
             const ssize_t got = ::read(master_, buf, sizeof buf);
-            for (ssize_t i = 0; i < got; ++i)
+            for (ssize_t i = 0; i < got && master_ >= 0; ++i)
                 receive(buf[i], now);
         } else if (fds[1].revents & (POLLHUP | POLLERR)) {
             std::this_thread::sleep_for(milliseconds(5));  // no terminal side open: do not spin
         }
+        if (master_ < 0)
+            continue;
         if (!frame.isEmpty() && now - lastByte > frameTimeout)
             frame.clear();
         if (hooked && out.empty() && frame.isEmpty())

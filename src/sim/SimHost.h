@@ -3,6 +3,7 @@
 // A thread of the host reads the commands, hands each to the radio and sends the reply back at the
 // pace of the real line, and it keeps a log of every command received.
 
+#include "LineFaults.h"
 #include "VirtualRadio.h"
 
 #include <QByteArray>
@@ -10,6 +11,8 @@
 #include <QList>
 #include <QString>
 #include <atomic>
+#include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <thread>
 
@@ -35,12 +38,27 @@ public:
     SimHost(const SimHost&) = delete;
     SimHost& operator=(const SimHost&) = delete;
 
+    // A stable path for the device (set before start()): a symbolic link to the pseudo-terminal that
+    // is there only while the radio is plugged in, as a USB adapter's device node is. devicePath()
+    // then names the link.
+    void setLinkPath(const QString& path);
+
     // Opens the pseudo-terminal and starts serving; false, with a description, when that fails.
     bool start(QString* error = nullptr);
     QString devicePath() const;
+    QString terminalPath() const;  // the pseudo-terminal itself; empty while unplugged
     void stop();
 
+    // The cable pulled: the terminal closes (a client's open port fails) and the link path goes.
+    void unplug();
+    // Plugged in again: a new terminal, the link path pointing at it. False when it cannot be opened.
+    bool replug(QString* error = nullptr);
+    bool pluggedIn() const;
+    int closures() const;  // how often the terminal went away, by unplug() or by a close fault
+
     VirtualRadio& radio();
+    // The line's faults; installed on the radio the first time they are asked for.
+    LineFaults& faults();
 
     struct LogEntry {
         qint64 atMs;  // since start()
@@ -52,9 +70,26 @@ public:
 private:
     void serve();
     void closeAll();
+    bool openTerminal(QString* error);  // on the serving thread once it runs
+    void closeTerminal();
+    void request(char what);  // hands an unplug or replug to the serving thread and waits for it
 
     VirtualRadio radio_;
-    QString path_;
+    std::shared_ptr<LineFaults> faults_;
+    std::mutex faultsMutex_;
+    QString linkPath_;
+    QString path_;  // the terminal
+    std::atomic<bool> plugged_{false};
+    std::atomic<int> closures_{0};
+    // An unplug or replug asked of the serving thread: done when served_ reaches asked_.
+    std::mutex requestSerial_;  // one unplug or replug at a time
+    std::mutex requestMutex_;
+    std::condition_variable requestDone_;
+    int asked_ = 0;
+    int served_ = 0;
+    bool replugOk_ = false;
+    QString replugError_;
+    mutable std::mutex pathMutex_;
     int master_ = -1;
     int slave_ = -1;          // held open so the terminal stays up between the clients' opens
     int wake_[2] = {-1, -1};  // a byte here stops the serving thread

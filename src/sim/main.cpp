@@ -1,5 +1,6 @@
 // ft1000-sim: the virtual radio on a pseudo-terminal, for trying CAT programs without a radio.
-// Prints the device path on one line and serves until SIGINT or SIGTERM.
+// Prints the device path on one line and serves until SIGINT or SIGTERM. With --fault it misbehaves:
+// each reply is hit, with the given chance, by one of the named faults, drawn from a seeded sequence.
 
 #include "SimHost.h"
 
@@ -8,6 +9,10 @@
 #include <QCoreApplication>
 #include <QTextStream>
 #include <csignal>
+
+namespace {
+constexpr double DefaultFaultRate = 0.1;
+}
 
 int main(int argc, char* argv[])
 {
@@ -24,6 +29,24 @@ int main(int argc, char* argv[])
                                          QStringLiteral("The radio to play: markv or mp."), QStringLiteral("model"),
                                          QStringLiteral("markv"));
     parser.addOption(modelOption);
+    const QCommandLineOption faultOption(
+        QStringLiteral("fault"),
+        QStringLiteral("Faults to inject at random, comma-separated: drop, corrupt, truncate, late, double, "
+                       "unsolicited, silent, close."),
+        QStringLiteral("kinds"));
+    parser.addOption(faultOption);
+    const QCommandLineOption rateOption(QStringLiteral("fault-rate"),
+                                        QStringLiteral("The chance, 0 to 1, that a reply is hit by a fault."),
+                                        QStringLiteral("rate"), QString::number(DefaultFaultRate));
+    parser.addOption(rateOption);
+    const QCommandLineOption seedOption(QStringLiteral("seed"), QStringLiteral("Seed of the faults' random sequence."),
+                                        QStringLiteral("n"), QStringLiteral("1"));
+    parser.addOption(seedOption);
+    const QCommandLineOption linkOption(
+        QStringLiteral("link"),
+        QStringLiteral("A stable path to serve on: a link to the terminal, gone while the terminal is closed."),
+        QStringLiteral("path"));
+    parser.addOption(linkOption);
     parser.process(app);
 
     QTextStream err(stderr);
@@ -34,6 +57,29 @@ int main(int argc, char* argv[])
     }
     const auto model = modelName == u"mp" ? VirtualRadio::Model::MP : VirtualRadio::Model::MarkV;
 
+    QList<LineFault> faults;
+    if (parser.isSet(faultOption)) {
+        QString error;
+        const auto parsed = parseLineFaults(parser.value(faultOption), &error);
+        if (!parsed) {
+            err << "ft1000-sim: " << error << '\n';
+            return 2;
+        }
+        faults = *parsed;
+    }
+    bool rateOk = false;
+    const double rate = parser.value(rateOption).toDouble(&rateOk);
+    if (!rateOk || rate < 0 || rate > 1) {
+        err << "ft1000-sim: the fault rate must be a number from 0 to 1\n";
+        return 2;
+    }
+    bool seedOk = false;
+    const quint32 seed = parser.value(seedOption).toUInt(&seedOk);
+    if (!seedOk) {
+        err << "ft1000-sim: the seed must be a whole number\n";
+        return 2;
+    }
+
     // The signals are taken by sigwait below; blocked before the serving thread starts, so that thread
     // inherits the mask and never sees them.
     sigset_t stopSignals;
@@ -43,6 +89,12 @@ int main(int argc, char* argv[])
     pthread_sigmask(SIG_BLOCK, &stopSignals, nullptr);
 
     SimHost host(model);
+    if (parser.isSet(linkOption))
+        host.setLinkPath(parser.value(linkOption));
+    if (!faults.isEmpty()) {
+        host.faults().setSeed(seed);
+        host.faults().setRandom(faults, rate);
+    }
     QString error;
     if (!host.start(&error)) {
         err << "ft1000-sim: " << error << '\n';
@@ -54,5 +106,7 @@ int main(int argc, char* argv[])
     int signal = 0;
     sigwait(&stopSignals, &signal);
     host.stop();
+    if (!faults.isEmpty())
+        err << "ft1000-sim: " << host.faults().injected() << " faults injected\n";
     return 0;
 }
