@@ -25,7 +25,11 @@ AppOptions parseAppOptions(const QStringList& arguments)
     screenshot.setFlags(QCommandLineOption::HiddenFromHelp);
     QCommandLineOption dump(QStringLiteral("dump-state"), QStringLiteral("Print the displays on exit."));
     dump.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOptions({simulate, model, port, settings, screenshot, dump});
+    const QCommandLineOption rigctld(
+        QStringLiteral("rigctld"),
+        QStringLiteral("Share the radio with rigctld clients on [ADDRESS:]PORT (default address 127.0.0.1)."),
+        QStringLiteral("[address:]port"));
+    parser.addOptions({simulate, model, port, settings, rigctld, screenshot, dump});
     parser.process(arguments);
 
     AppOptions o;
@@ -38,6 +42,7 @@ AppOptions parseAppOptions(const QStringList& arguments)
     o.port = parser.value(port);
     o.settingsFile = parser.value(settings);
     o.dumpState = parser.isSet(dump);
+    o.rigctld = parser.value(rigctld);
     if (parser.isSet(screenshot)) {
         const QStringList parts = parser.value(screenshot).split(u',');
         o.screenshot = parts.value(0);

@@ -12,6 +12,7 @@ struct AppOptions {
     QString screenshot;    // grab the main window to this PNG and quit
     int screenshotAfterMs = 3000;
     bool dumpState = false;  // print the displays on exit
+    QString rigctld;         // "[ADDRESS:]PORT": share the radio on the network for this run
     QString error;           // non-empty: the command line is wrong
 };
 

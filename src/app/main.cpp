@@ -1,8 +1,9 @@
 // The program: the radio link on its thread, the main window, and what the command line asks for.
 #include "AppOptions.h"
+#include "AppWindows.h"
 #include "Form1.h"
 #include "IniSettingsStore.h"
-#include "PlaceholderWindows.h"
+#include "NetworkControl.h"
 #include "Prompts.h"
 #include "QtSerialPort.h"
 #include "RadioLink.h"
@@ -60,13 +61,27 @@ int main(int argc, char* argv[])
     auto clock = std::make_shared<RealClock>();
     RadioLink link([] { return std::make_unique<QtSerialPort>(); }, clock);
     QtPrompts prompts;
-    PlaceholderWindows windows;
+    std::optional<NetworkSettings::Endpoint> rigctld;
+    if (!options.rigctld.isEmpty()) {
+        rigctld = NetworkSettings::parseEndpoint(options.rigctld);
+        if (!rigctld) {
+            std::fprintf(stderr, "ft1000cat: --rigctld takes [ADDRESS:]PORT, not \"%s\"\n",
+                         qPrintable(options.rigctld));
+            return 2;
+        }
+    }
+
+    AppWindows windows;
     auto form = std::make_unique<Form1>(link, *settings, windows, prompts);
-    windows.setOwner(form.get());
+    windows.setHost(form.get());
     if (!device.isEmpty())
         form->setPortOverride(device);
+    auto network = std::make_unique<NetworkControl>(*form, *settings);
     form->Form_Load();
     form->show();
+    QString netError;
+    if (!network->start(rigctld, &netError))
+        std::fprintf(stderr, "ft1000cat: network control not started: %s\n", qPrintable(netError));
 
     if (!options.screenshot.isEmpty()) {
         QTimer::singleShot(options.screenshotAfterMs, form.get(), [&] {
@@ -78,7 +93,10 @@ int main(int argc, char* argv[])
     const int rc = app.exec();
     if (options.dumpState)
         dumpState(*form);
+    network.reset();
+    windows.closeAll();  // they save their settings through the main window, so before it goes
     form.reset();
+    link.waitForIdle();  // the last jobs (unkeying a networked transmitter) still go out
     link.shutdown();
     if (sim)
         sim->stop();

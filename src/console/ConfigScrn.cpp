@@ -47,7 +47,7 @@ ConfigScrn::ConfigScrn(ConsoleHost& host, Prompts& prompts, QWidget* parent)
 ConfigScrn::~ConfigScrn()
 {
     // Kept on purpose: the last release of the dialog applies and saves its choice once more.
-    if (loaded_)
+    if (loaded_ && rerunOkOnRelease_)
         runOkSteps();
 }
 

@@ -19,6 +19,9 @@ public:
     ConfigScrn(ConsoleHost& host, Prompts& prompts, QWidget* parent = nullptr);
     // Form_Terminate: the OK steps run once more when the dialog object goes.
     ~ConfigScrn() override;
+    // Off in a run on a port given for that run only (--simulate, --port): the last release must not
+    // store that run's device as the operator's port. An OK the operator presses still stores it.
+    void setRerunOkOnRelease(bool on) { rerunOkOnRelease_ = on; }
 
     void Form_Load();
     void OKButton_Click();
@@ -79,4 +82,5 @@ private:
     QString stopBits_;
     bool portWasOpen_ = false;
     bool loaded_ = false;
+    bool rerunOkOnRelease_ = true;
 };

@@ -69,6 +69,11 @@ void Form1::buildMenus()
             false, &Form1::mnu_Hlp_Click);
 }
 
+QMenu* Form1::setupMenu() const
+{
+    return mnu_Bar[5] ? mnu_Bar[5]->menu() : nullptr;
+}
+
 void Form1::mnu_bar_Click(int index)
 {
     if (index != 4)

@@ -45,6 +45,7 @@ void Form1::showStatus(const QByteArray& record)
         Label1[2]->setText(v.b.mode->caption);
 
     windows_.statusDecoded(v);
+    emit statusShown(v);
 }
 
 void Form1::showFlags(int arg, const FlagsReply& reply)
@@ -53,6 +54,7 @@ void Form1::showFlags(int arg, const FlagsReply& reply)
     if (!v.decoded)
         return;
     Label4->setText(v.dump);
+    emit flagsShown(v);
     if (v.markV) {
         setWindowTitle(MarkVTitle);
         return;

@@ -20,8 +20,16 @@ bool WindowPlacement::onScreen(int leftTwips, int topTwips)
     return topTwips < screen.height() && leftTwips < screen.width();
 }
 
-int WindowPlacement::leftTwips(const QWidget* w) { return Twips::fromPixels(w->geometry().x()); }
-int WindowPlacement::topTwips(const QWidget* w) { return Twips::fromPixels(w->geometry().y()); }
+// pos() is the frame's corner, the same point move() places, so a saved position restores exactly
+// (geometry() would move the window by its title bar on every run).
+int WindowPlacement::leftTwips(const QWidget* w)
+{
+    return Twips::fromPixels(w->pos().x());
+}
+int WindowPlacement::topTwips(const QWidget* w)
+{
+    return Twips::fromPixels(w->pos().y());
+}
 
 void WindowPlacement::restore(QWidget* w, SettingsStore& s, const QString& section, const QString& topKey,
                               const QString& leftKey, int fallbackTopTwips, int fallbackLeftTwips)

@@ -353,6 +353,21 @@ private slots:
         QVERIFY(host.port->isOpen());
     }
 
+    void runOnAPortForThisRunOnlyStoresNothingWhenTheDialogGoes()
+    {
+        FakeConsoleHost host;
+        RecordingPrompts prompts;
+        host.port->setDevice(QStringLiteral("/dev/pts/7"));
+        {
+            ConfigScrn d(host, prompts);
+            d.setRerunOkOnRelease(false);
+            d.Form_Load();
+            d.CancelButton_Click();
+        }
+        QVERIFY(host.store.values.isEmpty());
+        QCOMPARE(host.port->device(), QStringLiteral("/dev/pts/7"));
+    }
+
     void dialogNeverLoadedDoesNothingWhenDestroyed()
     {
         FakeConsoleHost host;

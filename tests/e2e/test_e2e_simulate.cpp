@@ -6,6 +6,8 @@
 #include <QImage>
 #include <QProcess>
 #include <QSettings>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -115,8 +117,54 @@ private slots:
                 {QStringLiteral("--help"), QStringLiteral("-platform"), QStringLiteral("offscreen")});
         QVERIFY(p.waitForFinished(20000));
         const QString help = QString::fromLocal8Bit(p.readAllStandardOutput());
-        for (const char* option : {"--simulate", "--model", "--port", "--settings", "--version"})
+        for (const char* option : {"--simulate", "--model", "--port", "--settings", "--rigctld", "--version"})
             QVERIFY2(help.contains(QLatin1String(option)), option);
+    }
+
+    void rigctldClientReadsAndSetsTheVirtualRadio()
+    {
+        quint16 port = 0;
+        {
+            QTcpServer probe;
+            QVERIFY(probe.listen(QHostAddress::LocalHost, 0));
+            port = probe.serverPort();
+        }
+        QTemporaryDir dir;
+        QProcess p;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        p.setProcessEnvironment(env);
+        p.start(QStringLiteral(FT1000CAT_EXE),
+                {QStringLiteral("--simulate"), QStringLiteral("--settings"), dir.filePath(QStringLiteral("s.ini")),
+                 QStringLiteral("--rigctld"), QStringLiteral("127.0.0.1:%1").arg(port), QStringLiteral("--screenshot"),
+                 dir.filePath(QStringLiteral("s.png")) + QStringLiteral(",15000")});
+        QVERIFY(p.waitForStarted());
+        QTcpSocket client;
+        QTRY_VERIFY_WITH_TIMEOUT(
+            (client.connectToHost(QStringLiteral("127.0.0.1"), port), client.waitForConnected(200)), 10000);
+        auto ask = [&](const QByteArray& line) {
+            client.write(line);
+            QByteArray r;
+            while (!r.contains('\n') && client.waitForReadyRead(3000))
+                r += client.readAll();
+            return r.trimmed();
+        };
+        // Until the first poll has answered, reads say the radio is not there yet.
+        QByteArray f;
+        QTRY_VERIFY_WITH_TIMEOUT(!(f = ask("f\n")).startsWith("RPRT"), 10000);
+        QCOMPARE(f, QByteArray::number(VirtualRadio().mainReceiver().freq10Hz * 10));
+        QCOMPARE(ask("F 14074055\n"), QByteArray("RPRT 0"));
+        QTRY_COMPARE_WITH_TIMEOUT(ask("f\n"), QByteArray("14074050"), 10000);
+        client.write("q\n");
+        client.waitForDisconnected(3000);
+        QVERIFY(p.waitForFinished(30000));
+        QCOMPARE(p.exitCode(), 0);
+    }
+
+    void rigctldWithABadEndpointIsRefused()
+    {
+        const Run r = runProgram({QStringLiteral("--simulate"), QStringLiteral("--rigctld"), QStringLiteral("nope")});
+        QCOMPARE(r.exitCode, 2);
     }
 
     void simulateAndPortTogetherAreRefused()
