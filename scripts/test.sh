@@ -5,7 +5,8 @@
 # sanitizer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/setup.sh clang libclang-rt-14-dev
+# clang for the fuzz targets; hamlib's rigctl client drives the network server in its integration test.
+bash scripts/setup.sh clang libclang-rt-14-dev libhamlib-utils
 jobs=2
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
 cmake --build build --parallel $jobs
