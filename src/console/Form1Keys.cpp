@@ -235,7 +235,6 @@ void Form1::Key_MouseUp(int index, Qt::MouseButton button)
 void Form1::Frame_Click(int index)
 {
     constexpr int MainClarifier = 3;
-    constexpr int ClearOffset = 0xFF;
     if (index == MainClarifier && portOpen())
-        send(CatCommand::make(Op::Clarifier, ClearOffset));
+        send(CatCommand::make(Op::Clarifier, ClarifierParam::ClearOffset));
 }

@@ -13,7 +13,6 @@ constexpr std::array<const char*, 33> Captions = {
     "",       "&RTTY-N", "RTTY-R",  "&PKT LS", "PKT FM",  "A > B", "A <> B", "A > M", "M > A",  "&Dual", "&Split",
     "M-List", "VFO/M",   "Scop&e",  "&K-Pad",  "Filters", "EDSP",  "Notch",  "Rptr",  "DSP-NB", "- - -", "PTT"};
 
-constexpr int ClarRxOn = 0x01, ClarRxOff = 0x00, ClarTxOn = 0x81, ClarTxOff = 0x80;
 constexpr int ShiftNone = 0, ShiftPlus = 1, ShiftMinus = 2;
 
 CatCommand toggle(int op, bool on)
@@ -58,9 +57,9 @@ std::optional<CatCommand> keyCommand(int index, const Indicators& shown, int las
                 return std::nullopt;
             return CatCommand::make(Op::TunerStart, 0);
         case ClarRx:
-            return CatCommand::make(Op::Clarifier, !shown.clarRx ? ClarRxOn : ClarRxOff);
+            return CatCommand::make(Op::Clarifier, !shown.clarRx ? ClarifierParam::RxOn : ClarifierParam::RxOff);
         case ClarTx:
-            return CatCommand::make(Op::Clarifier, !shown.clarTx ? ClarTxOn : ClarTxOff);
+            return CatCommand::make(Op::Clarifier, !shown.clarTx ? ClarifierParam::TxOn : ClarifierParam::TxOff);
         case CopyAtoB:
             return CatCommand::make(Op::CopyAtoB, 0);
         case SwapAB:

@@ -31,6 +31,22 @@ constexpr quint8 ReadMeter = 0xF7;     // P1: meter selector
 constexpr quint8 ReadFlags = 0xFA;     // P4: from the caller
 }  // namespace Op
 
+// P4 of Op::Clarifier.
+namespace ClarifierParam {
+constexpr quint8 RxOff = 0x00;
+constexpr quint8 RxOn = 0x01;
+constexpr quint8 TxOff = 0x80;
+constexpr quint8 TxOn = 0x81;
+constexpr quint8 ClearOffset = 0xFF;
+}  // namespace ClarifierParam
+
+// P3 of Op::WriteMemory.
+namespace MemoryWrite {
+constexpr quint8 WriteVfoA = 0;
+constexpr quint8 Mask = 1;
+constexpr quint8 Unmask = 2;
+}  // namespace MemoryWrite
+
 namespace StatusKind {
 // P4 values of Op::StatusRequest.
 constexpr quint8 AllMemories = 0;

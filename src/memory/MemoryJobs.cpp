@@ -10,18 +10,6 @@
 #include <cmath>
 
 namespace {
-namespace MaskAction {
-constexpr int Write = 0;
-constexpr int Mask = 1;
-constexpr int Unmask = 2;
-}  // namespace MaskAction
-
-namespace ClarifierP4 {
-constexpr int RxOff = 0x00;
-constexpr int TxOff = 0x80;
-constexpr int Clear = 0xFF;
-}  // namespace ClarifierP4
-
 constexpr int FirstUploaded = 1;
 
 // The stored frequency as a whole number of 10 Hz; a file's garbage is sent as whatever digits it has.
@@ -75,7 +63,7 @@ void memoryToVfoA(CatPort& port, int channel)
 
 void setChannelMask(CatPort& port, int channel, bool masked)
 {
-    port.send(CatCommand::make(Op::WriteMemory, channel, masked ? MaskAction::Mask : MaskAction::Unmask));
+    port.send(CatCommand::make(Op::WriteMemory, channel, masked ? MemoryWrite::Mask : MemoryWrite::Unmask));
 }
 
 int uploadPercent(int channel)
@@ -92,9 +80,9 @@ UploadResult UploadMemory(CatPort& port, const QString& path, const std::functio
     result.ran = true;
 
     recallChannel(port, FirstUploaded);
-    port.send(CatCommand::make(Op::Clarifier, ClarifierP4::RxOff));
-    port.send(CatCommand::make(Op::Clarifier, ClarifierP4::TxOff));
-    port.send(CatCommand::make(Op::Clarifier, ClarifierP4::Clear));
+    port.send(CatCommand::make(Op::Clarifier, ClarifierParam::RxOff));
+    port.send(CatCommand::make(Op::Clarifier, ClarifierParam::TxOff));
+    port.send(CatCommand::make(Op::Clarifier, ClarifierParam::ClearOffset));
 
     QList<MemRecord> records;
     if (!MemFile::load(path, &records, &result.fileError)) {
@@ -112,10 +100,10 @@ UploadResult UploadMemory(CatPort& port, const QString& path, const std::functio
         port.send(CatCommand::make(Op::SetMode, r.mde));
         awake &= port.sleep(MemoryWait::UploadStep);
         SetFreq(port, tenHzOf(r.freq), VfoA);
-        port.send(CatCommand::make(Op::WriteMemory, i, MaskAction::Write));
+        port.send(CatCommand::make(Op::WriteMemory, i, MemoryWrite::WriteVfoA));
         awake &= port.sleep(MemoryWait::UploadStep);
         if (r.isMasked()) {
-            port.send(CatCommand::make(Op::WriteMemory, i, MaskAction::Mask));
+            port.send(CatCommand::make(Op::WriteMemory, i, MemoryWrite::Mask));
             awake &= port.sleep(MemoryWait::UploadStep);
         }
         result.channelsWritten = i;
