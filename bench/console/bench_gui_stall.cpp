@@ -100,6 +100,8 @@ int main(int argc, char* argv[])
     lateMs.reserve(static_cast<size_t>(seconds) * 1000);
     double warmUpLongest = 0;
     std::pair<double, double> longestAt{0, 0};  // seconds into the run, lateness in ms
+    constexpr double StallMs = 16.0;            // a frame at 60 Hz: what a person notices
+    std::vector<std::pair<double, double>> stalls;
     QElapsedTimer clock;
     clock.start();
     qint64 last = clock.nsecsElapsed();
@@ -113,6 +115,8 @@ int main(int argc, char* argv[])
             warmUpLongest = std::max(warmUpLongest, late);
         } else {
             lateMs.push_back(late);
+            if (late > StallMs)
+                stalls.push_back({now / 1e9, late});
             if (late > longestAt.second)
                 longestAt = {now / 1e9, late};
         }
@@ -152,8 +156,12 @@ int main(int argc, char* argv[])
                 polls, qPrintable(shown));
     std::printf("  1 ms probe ticks measured: %zu\n", lateMs.size());
     std::printf("  first second (first paint): longest %.3f ms\n", warmUpLongest);
-    std::printf("  event loop lateness after: median %.3f ms, p99 %.3f ms, longest %.3f ms (at %.1f s)\n", median,
-                p99, longest, longestAt.first);
+    std::printf("  event loop lateness after: median %.3f ms, p99 %.3f ms, longest %.3f ms (at %.1f s)\n", median, p99,
+                longest, longestAt.first);
+    std::printf("  stalls over %.0f ms: %zu", StallMs, stalls.size());
+    for (const auto& [at, ms] : stalls)
+        std::printf("  [%.1f ms at %.1f s]", ms, at);
+    std::printf("\n");
     std::printf("  CPU time with the probe:   %.2f s (%.1f %% of one core)\n", cpu, 100.0 * cpu / wall);
     std::printf("  CPU time while polling:    %.2f s over %.1f s (%.1f %% of one core, probe off)\n", quietCpu,
                 quietWall, 100.0 * quietCpu / quietWall);
