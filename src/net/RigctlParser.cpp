@@ -80,12 +80,12 @@ ParsedLine parseCommandLine(const QString& line)
     }
     static const QRegularExpression blanks(QStringLiteral("\\s+"));
     QStringList tokens = text.split(blanks, Qt::SkipEmptyParts);
-    const CommandSpec* spec = findCommand(tokens.takeFirst());
-    if (spec == nullptr)
+    const CommandSpec* entry = findCommand(tokens.takeFirst());
+    if (entry == nullptr)
         return p;
-    p.command = spec->command;
-    p.name = QLatin1String(spec->name);
-    if (spec->takesVfo && !tokens.isEmpty()) {
+    p.command = entry->command;
+    p.name = QLatin1String(entry->name);
+    if (entry->takesVfo && !tokens.isEmpty()) {
         if (const auto vfo = parseVfoToken(tokens.front())) {
             p.vfo = vfo;
             p.vfoText = tokens.takeFirst();
