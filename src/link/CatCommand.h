@@ -31,6 +31,21 @@ constexpr quint8 ReadMeter = 0xF7;     // P1: meter selector
 constexpr quint8 ReadFlags = 0xFA;     // P4: from the caller
 }  // namespace Op
 
+// The radio's mode codes, as instruction 0x0C takes them and the status record decodes them.
+namespace ModeCode {
+constexpr int Lsb = 0;
+constexpr int Usb = 1;
+constexpr int Cw = 2;
+constexpr int CwR = 3;
+constexpr int Am = 4;
+constexpr int AmSync = 5;
+constexpr int Fm = 6;
+constexpr int Rtty = 8;
+constexpr int RttyR = 9;
+constexpr int PktLsb = 10;
+constexpr int PktFm = 11;
+}  // namespace ModeCode
+
 // P4 of Op::Clarifier.
 namespace ClarifierParam {
 constexpr quint8 RxOff = 0x00;

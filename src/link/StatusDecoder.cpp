@@ -1,5 +1,6 @@
 #include "StatusDecoder.h"
 
+#include "CatCommand.h"
 #include "NumberFormat.h"
 
 #include <algorithm>
@@ -34,22 +35,26 @@ std::optional<ModeDecode> decodeMode(int modeByte, int qualifierByte)
 {
     const bool second = bit(qualifierByte, 7);
     if (modeByte >= 128)
-        return ModeDecode{QStringLiteral("Data USER"), 0};
+        return ModeDecode{QStringLiteral("Data USER"), ModeCode::Lsb};
     switch (modeByte) {
         case 0:
-            return ModeDecode{QStringLiteral("LSB"), 0};
+            return ModeDecode{QStringLiteral("LSB"), ModeCode::Lsb};
         case 1:
-            return ModeDecode{QStringLiteral("USB"), 1};
+            return ModeDecode{QStringLiteral("USB"), ModeCode::Usb};
         case 2:
-            return second ? ModeDecode{QStringLiteral("CW R"), 3} : ModeDecode{QStringLiteral("CW N"), 2};
+            return second ? ModeDecode{QStringLiteral("CW R"), ModeCode::CwR}
+                          : ModeDecode{QStringLiteral("CW N"), ModeCode::Cw};
         case 3:
-            return second ? ModeDecode{QStringLiteral("AM Sync"), 5} : ModeDecode{QStringLiteral("AM"), 4};
+            return second ? ModeDecode{QStringLiteral("AM Sync"), ModeCode::AmSync}
+                          : ModeDecode{QStringLiteral("AM"), ModeCode::Am};
         case 4:
-            return ModeDecode{QStringLiteral("FM"), 6};
+            return ModeDecode{QStringLiteral("FM"), ModeCode::Fm};
         case 5:
-            return second ? ModeDecode{QStringLiteral("RTTY R"), 9} : ModeDecode{QStringLiteral("RTTY N"), 8};
+            return second ? ModeDecode{QStringLiteral("RTTY R"), ModeCode::RttyR}
+                          : ModeDecode{QStringLiteral("RTTY N"), ModeCode::Rtty};
         case 6:
-            return second ? ModeDecode{QStringLiteral("PKT FM"), 11} : ModeDecode{QStringLiteral("PKT LSB"), 10};
+            return second ? ModeDecode{QStringLiteral("PKT FM"), ModeCode::PktFm}
+                          : ModeDecode{QStringLiteral("PKT LSB"), ModeCode::PktLsb};
         default:
             return std::nullopt;
     }

@@ -1,5 +1,6 @@
 #include "ChannelDecoder.h"
 
+#include "CatCommand.h"
 #include "NumberFormat.h"
 
 #include <array>
@@ -16,18 +17,18 @@ struct ModeRow {
 
 // Code 7 is never produced; "DataUSR" stores code 1.
 const std::array<ModeRow, 12> modeTable{{
-    {[](int m, bool) { return m == 0; }, "LSB", 0},
-    {[](int m, bool) { return m == 1; }, "USB", 1},
-    {[](int m, bool s) { return m == 2 && !s; }, "CW N", 2},
-    {[](int m, bool s) { return m == 2 && s; }, "CW R", 3},
-    {[](int m, bool s) { return m == 3 && !s; }, "AM", 4},
-    {[](int m, bool s) { return m == 3 && s; }, "AM Sync", 5},
-    {[](int m, bool) { return m == 4; }, "FM", 6},
-    {[](int m, bool s) { return m == 5 && !s; }, "RTTY N", 8},
-    {[](int m, bool s) { return m == 5 && s; }, "RTTY R", 9},
-    {[](int m, bool s) { return m == 6 && !s; }, "PKT LSB", 10},
-    {[](int m, bool s) { return m == 6 && s; }, "PKT FM", 11},
-    {[](int m, bool) { return (m & 0x80) != 0; }, "DataUSR", 1},
+    {[](int m, bool) { return m == 0; }, "LSB", ModeCode::Lsb},
+    {[](int m, bool) { return m == 1; }, "USB", ModeCode::Usb},
+    {[](int m, bool s) { return m == 2 && !s; }, "CW N", ModeCode::Cw},
+    {[](int m, bool s) { return m == 2 && s; }, "CW R", ModeCode::CwR},
+    {[](int m, bool s) { return m == 3 && !s; }, "AM", ModeCode::Am},
+    {[](int m, bool s) { return m == 3 && s; }, "AM Sync", ModeCode::AmSync},
+    {[](int m, bool) { return m == 4; }, "FM", ModeCode::Fm},
+    {[](int m, bool s) { return m == 5 && !s; }, "RTTY N", ModeCode::Rtty},
+    {[](int m, bool s) { return m == 5 && s; }, "RTTY R", ModeCode::RttyR},
+    {[](int m, bool s) { return m == 6 && !s; }, "PKT LSB", ModeCode::PktLsb},
+    {[](int m, bool s) { return m == 6 && s; }, "PKT FM", ModeCode::PktFm},
+    {[](int m, bool) { return (m & 0x80) != 0; }, "DataUSR", ModeCode::Usb},
 }};
 
 int byteAt(const QByteArray& b, int i)

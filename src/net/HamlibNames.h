@@ -1,6 +1,8 @@
 #pragma once
 // The names and numbers a rigctld client speaks: mode names and their bits, VFO names, reply codes.
 
+#include "CatCommand.h"
+
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -14,21 +16,6 @@ constexpr int Rejected = -9;
 constexpr int NotAvailable = -11;  // also every unknown command
 constexpr int InvalidVfo = -16;
 }  // namespace Rprt
-
-// The radio's mode codes, as instruction 0x0C takes them and the status record decodes them.
-namespace ModeCode {
-constexpr int Lsb = 0;
-constexpr int Usb = 1;
-constexpr int Cw = 2;
-constexpr int CwR = 3;
-constexpr int Am = 4;
-constexpr int AmSync = 5;
-constexpr int Fm = 6;
-constexpr int Rtty = 8;
-constexpr int RttyR = 9;
-constexpr int PktLsb = 10;
-constexpr int PktFm = 11;
-}  // namespace ModeCode
 
 // Hamlib's mode bits for the modes this radio has.
 namespace ModeBit {

@@ -45,27 +45,27 @@ QByteArray encodeCommon(const VfoState& v, quint16 clarifier)
 std::optional<ModeBytes> modeBytesForCode(int code)
 {
     switch (code) {
-        case 0:
+        case ModeCode::Lsb:
             return ModeBytes{0, false};  // LSB
-        case 1:
+        case ModeCode::Usb:
             return ModeBytes{1, false};  // USB
-        case 2:
+        case ModeCode::Cw:
             return ModeBytes{2, false};  // CW
-        case 3:
+        case ModeCode::CwR:
             return ModeBytes{2, true};  // CW reverse
-        case 4:
+        case ModeCode::Am:
             return ModeBytes{3, false};  // AM
-        case 5:
+        case ModeCode::AmSync:
             return ModeBytes{3, true};  // AM synchronous
-        case 6:
+        case ModeCode::Fm:
             return ModeBytes{4, false};  // FM
-        case 8:
+        case ModeCode::Rtty:
             return ModeBytes{5, false};  // RTTY normal
-        case 9:
+        case ModeCode::RttyR:
             return ModeBytes{5, true};  // RTTY reverse
-        case 10:
+        case ModeCode::PktLsb:
             return ModeBytes{6, false};  // packet LSB
-        case 11:
+        case ModeCode::PktFm:
             return ModeBytes{6, true};  // packet FM
         default:
             return std::nullopt;
