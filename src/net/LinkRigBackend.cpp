@@ -15,6 +15,12 @@ constexpr int HzPerStep = 10;  // the radio's frequency unit on the wire
 constexpr int HzPerKHz = 1000;
 constexpr int SetFreqVfoA = 1;
 constexpr int SetFreqVfoB = 2;
+// P4 of the VFO selection instruction: the VFO the radio's main controls then work.
+constexpr int SelectVfoA = 0;
+constexpr int SelectVfoB = 1;
+// The pause after each step of setting VFO-B's mode, as the program leaves after a mode command or
+// a return to VFO-A in its own command sequences, so the radio has acted on one before the next.
+constexpr int VfoBModeStepWaitMs = 50;
 
 // The VFO frequency in Hz from the decoded status: the display figure less the receive
 // clarifier when it is on, on the radio's 10 Hz grid.
@@ -65,7 +71,7 @@ void LinkRigBackend::update(const StatusView& status, const FlagsView& flags, in
         if (status.a.mode)
             snap_.modeA = settle(modeA_, status.a.mode->code);
         if (status.b.mode)
-            snap_.modeB = status.b.mode->code;
+            snap_.modeB = settle(modeB_, status.b.mode->code);
         snap_.mainSMeterRaw = mainSMeterRaw;
     }
     if (flags.decoded && !flags.markV) {
@@ -103,6 +109,23 @@ void LinkRigBackend::setMode(int modeCode)
     });
     snap_.modeA = modeCode;
     hold(modeA_, modeCode);
+}
+
+void LinkRigBackend::setVfoBMode(int modeCode)
+{
+    // One job, so no poll runs while VFO-B is the VFO in use: its first record would show VFO-B.
+    link_.post([modeCode](CatPort& port) {
+        if (!port.isOpen())
+            return;
+        port.send(CatCommand::make(Op::VfoSelect, SelectVfoB));
+        port.sleep(VfoBModeStepWaitMs);
+        port.send(CatCommand::make(Op::SetMode, modeCode));
+        port.sleep(VfoBModeStepWaitMs);
+        port.send(CatCommand::make(Op::VfoSelect, SelectVfoA));
+        port.sleep(VfoBModeStepWaitMs);
+    });
+    snap_.modeB = modeCode;
+    hold(modeB_, modeCode);
 }
 
 void LinkRigBackend::setSplit(bool on)

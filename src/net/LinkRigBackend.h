@@ -42,6 +42,7 @@ public:
     bool txAuthorized() const override { return txAuthorized_; }
     void setFrequency(RigVfo vfo, qint64 hz) override;
     void setMode(int modeCode) override;
+    void setVfoBMode(int modeCode) override;
     void setSplit(bool on) override;
     void setPtt(bool on) override;
 
@@ -62,6 +63,6 @@ private:
     bool txAuthorized_ = false;
     bool netKeyed_ = false;  // the last PTT a client sent was "on"
     Hold<qint64> freqA_, freqB_;
-    Hold<int> modeA_;
+    Hold<int> modeA_, modeB_;
     Hold<bool> split_, ptt_;
 };

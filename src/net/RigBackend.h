@@ -31,6 +31,9 @@ public:
     // Each posts the radio's command and updates the snapshot to what the radio will then hold.
     virtual void setFrequency(RigVfo vfo, qint64 hz) = 0;
     virtual void setMode(int modeCode) = 0;  // the main receiver (VFO-A)
+    // VFO-B's mode: the radio's mode command acts on the VFO in use, so VFO-B is made the VFO in use
+    // for it and VFO-A again after it, all as one job.
+    virtual void setVfoBMode(int modeCode) = 0;
     virtual void setSplit(bool on) = 0;
     virtual void setPtt(bool on) = 0;
 };

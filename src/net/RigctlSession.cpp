@@ -205,18 +205,33 @@ RigctlSession::Outcome RigctlSession::setMode(RigVfo vfo, const QStringList& arg
         o.code = Rprt::InvalidArgument;
         return o;
     }
-    if (vfo == RigVfo::B) {
-        const RigSnapshot s = backend_.snapshot();
-        if (s.haveStatus && modeNameForCode(s.modeB) == args.front())
-            return o;  // already so: nothing to send
-        o.code = Rprt::NotAvailable;
-        return o;
-    }
+    if (vfo == RigVfo::B)
+        return setVfoBMode(*code);
     if (!backend_.linkUp()) {
         o.code = Rprt::Rejected;
         return o;
     }
     backend_.setMode(*code);
+    return o;
+}
+
+RigctlSession::Outcome RigctlSession::setVfoBMode(int code)
+{
+    Outcome o;
+    const RigSnapshot s = backend_.snapshot();
+    // Before the first poll neither VFO-B's mode nor the transmit state is known.
+    if (!s.haveStatus || !backend_.linkUp()) {
+        o.code = Rprt::Rejected;
+        return o;
+    }
+    if (s.modeB == code)
+        return o;  // already so: nothing to send
+    // Making VFO-B the VFO in use while transmitting would move the transmitter.
+    if (s.ptt) {
+        o.code = Rprt::Rejected;
+        return o;
+    }
+    backend_.setVfoBMode(code);
     return o;
 }
 

@@ -7,8 +7,9 @@
 // of later f/F/m/M without a VFO token. Each connection has its own current VFO, so one client's
 // V never changes what another client's f reads. Split means receive on VFO-A, transmit on VFO-B,
 // so the TX VFO is VFO-B while split is on (and VFO-A otherwise), and i/I/x/X address VFO-B.
-// Mode is set with the radio's mode command, which acts on the main receiver; a different mode for
-// VFO-B is answered "not available" (it would need the swap).
+// Mode is set with the radio's mode command, which acts on the VFO in use: VFO-A's directly; VFO-B's
+// by making VFO-B the VFO in use for that one command and VFO-A again right after it. That is sent
+// only when VFO-B's mode differs, and never while transmitting.
 
 #include "RigBackend.h"
 #include "RigctlParser.h"
@@ -45,6 +46,7 @@ private:
     Outcome setFreq(RigVfo vfo, const QStringList& args);
     Outcome getMode(RigVfo vfo, const QString& label, const QString& passbandLabel);
     Outcome setMode(RigVfo vfo, const QStringList& args);
+    Outcome setVfoBMode(int code);
     Outcome setVfo(const QStringList& args);
     Outcome setSplit(const QStringList& args);
     Outcome setPtt(const QStringList& args, Result& result);

@@ -126,11 +126,11 @@ RadioReply VirtualRadio::execute(const CatCommand& c)
             }
             break;
         case Op::VfoSelect:
-            if (p4 == 0) {
+            // Chooses the VFO the main receiver works (0 VFO-A, 1 VFO-B), leaving a recalled channel.
+            if (p4 == 0 || p4 == 1) {
+                inUse_ = p4 == 0 ? Vfo::A : Vfo::B;
                 memoryMode_ = false;
                 memoryTune_ = false;
-            } else if (p4 == 1) {
-                std::swap(vfoA_, vfoB_);
             }
             break;
         case Op::MemoryToVfoA:
@@ -169,10 +169,12 @@ RadioReply VirtualRadio::execute(const CatCommand& c)
             const auto f = decodeBcdFrequency(c.p1, c.p2, c.p3, c.p4);
             if (!f || *f < RadioLimits::MinFreq10Hz || *f > RadioLimits::MaxFreq10Hz)
                 break;  // the radio refuses what it cannot tune
-            if (c.op == Op::SetVfoA)
+            // The VFO in use is the main receiver's: on a recalled channel, that retunes the channel.
+            const Vfo target = c.op == Op::SetVfoA ? Vfo::A : Vfo::B;
+            if (target == inUse_)
                 changeMain([&f](VfoState& v) { v.freq10Hz = *f; });
             else
-                vfoB_.freq10Hz = *f;
+                stored(target).freq10Hz = *f;
             break;
         }
         case Op::SetMode:
@@ -205,7 +207,8 @@ RadioReply VirtualRadio::execute(const CatCommand& c)
                 changeMain([p4](VfoState& v) { v.shift = p4; });
             break;
         case Op::CopyAtoB:
-            vfoB_ = main();
+            // VFO-A as the main receiver shows it (a recalled channel included) when it is in use.
+            vfoB_ = inUse_ == Vfo::A ? main() : vfoA_;
             break;
         case Op::FilterSelect:
             setFilter(c.p1, p4);
@@ -230,7 +233,8 @@ QByteArray VirtualRadio::statusReply(const CatCommand& c) const
         case StatusKind::CurrentVfo:
             return encodeVfoRecord(main());
         case StatusKind::BothVfos:
-            return encodeVfoRecord(main()) + encodeVfoRecord(vfoB_);
+            // The main receiver's record first, as in the current-VFO reply.
+            return encodeVfoRecord(main()) + encodeVfoRecord(sub());
         case StatusKind::OneChannel:
             if (validChannel(c.p1))
                 return encodeChannelRecord(channels_[c.p1]);
@@ -244,7 +248,7 @@ QByteArray VirtualRadio::memoryBlock() const
 {
     // The block starts with 55 bytes the program skips: here the flags, both VFO records and the
     // current channel, then zeros.
-    QByteArray header = flagsReply() + encodeVfoRecord(main()) + encodeVfoRecord(vfoB_);
+    QByteArray header = flagsReply() + encodeVfoRecord(main()) + encodeVfoRecord(sub());
     header += static_cast<char>(currentChannel_ - 1);
     header.append(ReplySize::MemoryHeader - header.size(), '\0');
     QByteArray block = header;
@@ -259,7 +263,7 @@ QByteArray VirtualRadio::meterReply(int selector) const
     if (selector == MeterSelector::MainS)
         reading = signals_.sMeterAt(main().freq10Hz);
     else if (selector == MeterSelector::SubS)
-        reading = signals_.sMeterAt(vfoB_.freq10Hz);
+        reading = signals_.sMeterAt(sub().freq10Hz);
     else if (selector == MeterSelector::CwPitch)
         reading = cwPitchByte_;
     else
@@ -320,11 +324,19 @@ QByteArray VirtualRadio::flagsReply() const
 
 VfoState& VirtualRadio::main()
 {
-    return memoryMode_ ? working_ : vfoA_;
+    return memoryMode_ ? working_ : stored(inUse_);
 }
 const VfoState& VirtualRadio::main() const
 {
-    return memoryMode_ ? working_ : vfoA_;
+    return memoryMode_ ? working_ : (inUse_ == Vfo::A ? vfoA_ : vfoB_);
+}
+VfoState& VirtualRadio::sub()
+{
+    return stored(inUse_ == Vfo::A ? Vfo::B : Vfo::A);
+}
+const VfoState& VirtualRadio::sub() const
+{
+    return inUse_ == Vfo::A ? vfoB_ : vfoA_;
 }
 
 void VirtualRadio::changeMain(const std::function<void(VfoState&)>& change)
@@ -351,8 +363,8 @@ void VirtualRadio::setFilter(int receiverSelector, int row)
         const auto code = filterCodeForRow(row - SubFilterBase);
         if (!code)
             return;
-        vfoB_.filter82 = *code;
-        vfoB_.filter455 = *code;
+        sub().filter82 = *code;
+        sub().filter455 = *code;
         return;
     }
     const auto code = filterCodeForRow(row);
@@ -427,16 +439,22 @@ VfoState VirtualRadio::mainReceiver() const
     return main();
 }
 
+VirtualRadio::Vfo VirtualRadio::vfoInUse() const
+{
+    Lock lock(mutex_);
+    return inUse_;
+}
+
 int VirtualRadio::modeCode(Vfo which) const
 {
     Lock lock(mutex_);
-    return modeCodeOf(which == Vfo::A ? main() : vfoB_);
+    return modeCodeOf(which == Vfo::A ? main() : sub());
 }
 
 int VirtualRadio::filterByte(Vfo which) const
 {
     Lock lock(mutex_);
-    return qualifierByte(which == Vfo::A ? main() : vfoB_);
+    return qualifierByte(which == Vfo::A ? main() : sub());
 }
 
 bool VirtualRadio::split() const
@@ -599,7 +617,7 @@ void VirtualRadio::setCwPitchByte(int value)
 int VirtualRadio::sMeter(Vfo which) const
 {
     Lock lock(mutex_);
-    return signals_.sMeterAt(which == Vfo::A ? main().freq10Hz : vfoB_.freq10Hz);
+    return signals_.sMeterAt(which == Vfo::A ? main().freq10Hz : sub().freq10Hz);
 }
 
 void VirtualRadio::addSignal(const BandSignal& s)

@@ -39,13 +39,16 @@ public:
     Model model() const;
     void setModel(Model m);
 
-    // The stored VFOs. While the radio works a memory channel, the main receiver shows a working copy
-    // of that channel instead of VFO-A: mainReceiver() is what the main display (and the status
-    // record's first half) holds.
+    // The stored VFOs. The main receiver works the VFO in use (VFO-A unless instruction 0x05 chose
+    // VFO-B) and the sub receiver the other one. While the radio works a memory channel, the main
+    // receiver shows a working copy of that channel instead: mainReceiver() is what the main display
+    // (and the status record's first half) holds.
     VfoState vfo(Vfo which) const;
     void setVfo(Vfo which, const VfoState& state);
     VfoState mainReceiver() const;
-    int modeCode(Vfo which) const;  // of the main receiver for A; -1 for a mode byte outside the table
+    Vfo vfoInUse() const;
+    // A: the main receiver, B: the sub receiver; -1 for a mode byte outside the table.
+    int modeCode(Vfo which) const;
     int filterByte(Vfo which) const;
 
     bool split() const;
@@ -87,8 +90,11 @@ private:
     QByteArray meterReply(int selector) const;
     QByteArray flagsReply() const;
     QByteArray memoryBlock() const;
-    VfoState& main();  // VFO-A, or the working copy of the recalled channel
+    VfoState& main();  // the VFO in use, or the working copy of the recalled channel
     const VfoState& main() const;
+    VfoState& sub();  // the VFO not in use
+    const VfoState& sub() const;
+    VfoState& stored(Vfo which) { return which == Vfo::A ? vfoA_ : vfoB_; }
     void changeMain(const std::function<void(VfoState&)>& change);
     void recall(int channel);
     void setFilter(int receiverSelector, int row);
@@ -99,6 +105,7 @@ private:
     mutable std::mutex mutex_;
     Model model_;
     VfoState vfoA_, vfoB_;
+    Vfo inUse_ = Vfo::A;
     VfoState working_;  // the recalled channel as the main receiver shows it
     bool memoryMode_ = false;
     bool memoryTune_ = false;

@@ -30,6 +30,11 @@ public:
         calls << QStringLiteral("mode %1").arg(code);
         snap.modeA = code;
     }
+    void setVfoBMode(int code) override
+    {
+        calls << QStringLiteral("mode B %1").arg(code);
+        snap.modeB = code;
+    }
     void setSplit(bool on) override
     {
         calls << QStringLiteral("split %1").arg(on ? 1 : 0);

@@ -178,6 +178,39 @@ private slots:
         QCOMPARE(r.backend.snapshot().modeA, code);
     }
 
+    void vfoBModeIsOneJobOfThreeCommandsWithTheirWaits()
+    {
+        Rig r;
+        r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);
+        r.backend.setVfoBMode(1);
+        // VFO-B in use, USB, VFO-A in use again: nothing of a poll can come between them.
+        QCOMPARE(r.clock->events, (QStringList{"write 00 00 00 01 05", "sleep 50", "write 00 00 00 01 0C", "sleep 50",
+                                               "write 00 00 00 00 05", "sleep 50"}));
+        QCOMPARE(r.backend.snapshot().modeB, 1);
+        QCOMPARE(r.backend.snapshot().modeA, 1);
+    }
+
+    void aPollThatStartedBeforeVfoBModeDoesNotUndoIt()
+    {
+        Rig r;
+        r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);
+        r.backend.setVfoBMode(2);
+        r.clock->advance(600);
+        r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);  // still LSB
+        QCOMPARE(r.backend.snapshot().modeB, 2);
+        r.backend.update(status(14074.0, 1, 7074.0, 2), flags(true, false), 0);  // confirmed
+        r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);  // turned on the panel
+        QCOMPARE(r.backend.snapshot().modeB, 0);
+    }
+
+    void vfoBModeWithThePortClosedSendsNothing()
+    {
+        Rig r;
+        r.link.runBlocking([](CatPort& port) { port.serial().close(); });
+        r.backend.setVfoBMode(1);
+        QVERIFY(r.writes().isEmpty());
+    }
+
     void setSplitSendsTheSplitInstruction()
     {
         Rig r;

@@ -29,7 +29,7 @@ QString hexOf(const QByteArray& b)
 const QStringList PollSequence{"00 00 00 02 10", "00 00 00 03 10", "00 00 00 00 F7", "01 00 00 00 F7",
                                "80 00 00 00 F7", "F1 00 00 00 F7", "00 00 00 01 FA"};
 // The instruction bytes a set of the server may send.
-const QList<quint8> SetOps{Op::SetVfoA, Op::SetVfoB, Op::SetMode, Op::Split, Op::Ptt};
+const QList<quint8> SetOps{Op::SetVfoA, Op::SetVfoB, Op::SetMode, Op::Split, Op::Ptt, Op::VfoSelect};
 
 }  // namespace
 
@@ -164,6 +164,35 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!rig.sim.radio().split(), WaitMs);
         QVERIFY(received().contains("00 00 00 00 01"));
         QCOMPARE(run({"s"}).out, QStringLiteral("0\nVFOA\n"));
+    }
+
+    void splitWithItsOwnModeOnVfoB()
+    {
+        VfoState b = rig.sim.radio().vfo(VirtualRadio::Vfo::B);
+        b.modeByte = 0;  // LSB
+        rig.sim.radio().setVfo(VirtualRadio::Vfo::B, b);
+        const VfoState a = rig.sim.radio().vfo(VirtualRadio::Vfo::A);
+        waitForPolls(2);
+        rig.sim.clearLog();
+        const Run r = run({"S", "1", "VFOB", "s", "I", "14076000", "i", "X", "USB", "2400", "x"});
+        QCOMPARE(r.exitCode, 0);
+        QCOMPARE(r.out, QStringLiteral("1\nVFOB\n14076000\nUSB\n2400\n"));
+        // Done when VFO-A is the VFO in use again.
+        QTRY_VERIFY_WITH_TIMEOUT(received().contains(QStringLiteral("00 00 00 00 05")), WaitMs);
+        QCOMPARE(rig.sim.radio().vfoInUse(), VirtualRadio::Vfo::A);
+        QCOMPARE(rig.sim.radio().vfo(VirtualRadio::Vfo::B).modeByte, 1);  // USB
+        QCOMPARE(rig.sim.radio().vfo(VirtualRadio::Vfo::B).freq10Hz, qint64(1407600));
+        QCOMPARE(rig.sim.radio().vfo(VirtualRadio::Vfo::A), a);
+        QCOMPARE(setsReceived(), (QStringList{"00 00 00 01 01", "00 76 40 01 8A", "00 00 00 01 05", "00 00 00 01 0C",
+                                              "00 00 00 00 05"}));
+        // The three follow each other on the wire: no poll reads the radio while VFO-B is in use.
+        const QStringList log = received();
+        const qsizetype at = log.indexOf(QStringLiteral("00 00 00 01 05"));
+        QCOMPARE(log.mid(at, 3), (QStringList{"00 00 00 01 05", "00 00 00 01 0C", "00 00 00 00 05"}));
+        waitForPolls(2);
+        QCOMPARE(run({"x"}).out, QStringLiteral("USB\n2400\n"));
+        QCOMPARE(run({"S", "0", "VFOA"}).exitCode, 0);
+        QTRY_VERIFY_WITH_TIMEOUT(!rig.sim.radio().split(), WaitMs);
     }
 
     void pttWithoutAuthorizationIsRefusedAndNothingSent()

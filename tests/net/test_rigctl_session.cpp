@@ -68,7 +68,8 @@ private slots:
         QTest::newRow("M ? lists the modes")
             << "M ?" << QByteArray("USB LSB CW CWR AM FM RTTY RTTYR PKTLSB PKTFM\n") << none;
         QTest::newRow("M VFOB with its own mode") << "M VFOB LSB 0" << QByteArray("RPRT 0\n") << none;
-        QTest::newRow("M VFOB with another mode") << "M VFOB USB 0" << QByteArray("RPRT -11\n") << none;
+        QTest::newRow("M VFOB with another mode")
+            << "M VFOB USB 0" << QByteArray("RPRT 0\n") << QStringList{"mode B 1"};
         QTest::newRow("v") << "v" << QByteArray("VFOA\n") << none;
         QTest::newRow("V VFOA") << "V VFOA" << QByteArray("RPRT 0\n") << none;
         QTest::newRow("V Main") << "V Main" << QByteArray("RPRT 0\n") << none;
@@ -92,7 +93,11 @@ private slots:
             << "\\set_split_freq 14076000" << QByteArray("RPRT 0\n") << QStringList{"freq B 14076000"};
         QTest::newRow("x") << "x" << QByteArray("LSB\n2400\n") << none;
         QTest::newRow("X with VFO-B's mode") << "X LSB 2400" << QByteArray("RPRT 0\n") << none;
-        QTest::newRow("X with another mode") << "X CW 500" << QByteArray("RPRT -11\n") << none;
+        QTest::newRow("X with another mode") << "X CW 500" << QByteArray("RPRT 0\n") << QStringList{"mode B 2"};
+        QTest::newRow("X USB 2400") << "X USB 2400" << QByteArray("RPRT 0\n") << QStringList{"mode B 1"};
+        QTest::newRow("X VFOB PKTFM 0") << "X VFOB PKTFM 0" << QByteArray("RPRT 0\n") << QStringList{"mode B 11"};
+        QTest::newRow("\\set_split_mode")
+            << "\\set_split_mode RTTYR 500" << QByteArray("RPRT 0\n") << QStringList{"mode B 9"};
         QTest::newRow("X unknown mode") << "X SSB 500" << QByteArray("RPRT -1\n") << none;
         QTest::newRow("t") << "t" << QByteArray("0\n") << none;
         QTest::newRow("T 1 not authorized") << "T 1" << QByteArray("RPRT -9\n") << none;
@@ -126,6 +131,44 @@ private slots:
         RigctlSession session(rig);
         QCOMPARE(session.handleLine(line).reply, reply);
         QCOMPARE(rig.calls, calls);
+    }
+
+    void vfoBModeIsRefusedWhileTransmittingOrUnknown_data()
+    {
+        QTest::addColumn<QString>("scene");
+        QTest::newRow("transmitting") << "ptt";
+        QTest::newRow("no link") << "down";
+        QTest::newRow("before the first poll") << "nostatus";
+    }
+    void vfoBModeIsRefusedWhileTransmittingOrUnknown()
+    {
+        QFETCH(QString, scene);
+        FakeRigBackend rig;
+        rig.snap.ptt = scene == u"ptt";
+        rig.up = scene != u"down";
+        rig.snap.haveStatus = scene != u"nostatus";
+        RigctlSession session(rig);
+        QCOMPARE(reply(session, QStringLiteral("X USB 2400")), QByteArray("RPRT -9\n"));
+        QCOMPARE(reply(session, QStringLiteral("M VFOB CW 500")), QByteArray("RPRT -9\n"));
+        QVERIFY(rig.calls.isEmpty());
+    }
+
+    void vfoBModeAlreadySoSendsNothingEvenWhileTransmitting()
+    {
+        FakeRigBackend rig;
+        rig.snap.ptt = true;
+        RigctlSession session(rig);
+        QCOMPARE(reply(session, QStringLiteral("X LSB 2400")), QByteArray("RPRT 0\n"));
+        QVERIFY(rig.calls.isEmpty());
+    }
+
+    void afterVfoBModeXReadsTheNewMode()
+    {
+        FakeRigBackend rig;
+        RigctlSession session(rig);
+        QCOMPARE(reply(session, QStringLiteral("X USB 2400")), QByteArray("RPRT 0\n"));
+        QCOMPARE(reply(session, QStringLiteral("x")), QByteArray("USB\n2400\n"));
+        QCOMPARE(reply(session, QStringLiteral("m")), QByteArray("USB\n2400\n"));  // VFO-A untouched
     }
 
     void extendedReplies_data()

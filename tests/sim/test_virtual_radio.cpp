@@ -550,16 +550,69 @@ private slots:
         QCOMPARE(radio.mainReceiver().freq10Hz, vfoA);
     }
 
-    void vfoSelect_oneSwapsAAndB()
+    void vfoSelect_oneMakesVfoBTheVfoInUse()
     {
+        // 14 000.00 kHz USB on VFO-A, 7 000.00 kHz LSB on VFO-B.
         VirtualRadio radio;
         radio.setVfo(Vfo::A, tuned(1400000));
         VfoState b = tuned(700000);
         b.modeByte = 0;
         radio.setVfo(Vfo::B, b);
-        radio.handle(cmd(Op::VfoSelect, 1));
-        QCOMPARE(radio.vfo(Vfo::A), b);
-        QCOMPARE(radio.vfo(Vfo::B), tuned(1400000));
+        radio.handle(QByteArray::fromHex("0000000105"));
+        QCOMPARE(radio.vfoInUse(), Vfo::B);
+        // The main receiver, and with it the first half of the status record, works VFO-B now.
+        const StatusView s = poll(radio);
+        QCOMPARE(s.a.freqText, QStringLiteral("7,000.00 "));
+        QCOMPARE(s.a.mode->caption, QStringLiteral("LSB"));
+        QCOMPARE(s.b.freqText, QStringLiteral("14,000.00 "));
+        QCOMPARE(s.b.mode->caption, QStringLiteral("USB"));
+        // Nothing was exchanged: each VFO keeps what it holds.
+        QCOMPARE(radio.vfo(Vfo::A), tuned(1400000));
+        QCOMPARE(radio.vfo(Vfo::B), b);
+    }
+
+    void vfoSelect_modeActsOnTheVfoInUseUntilVfoAIsInUseAgain()
+    {
+        VirtualRadio radio;
+        radio.setVfo(Vfo::A, tuned(1400000));  // USB
+        VfoState b = tuned(700000);
+        b.modeByte = 0;  // LSB
+        radio.setVfo(Vfo::B, b);
+        radio.handle(QByteArray::fromHex("0000000105"));
+        radio.handle(QByteArray::fromHex("000000020C"));  // CW
+        radio.handle(QByteArray::fromHex("0000000005"));
+        QCOMPARE(radio.vfoInUse(), Vfo::A);
+        QCOMPARE(radio.vfo(Vfo::B).modeByte, 2);
+        QCOMPARE(radio.vfo(Vfo::B).freq10Hz, qint64(700000));
+        QCOMPARE(radio.vfo(Vfo::A), tuned(1400000));
+        const StatusView s = poll(radio);
+        QCOMPARE(s.a.freqText, QStringLiteral("14,000.00 "));
+        QCOMPARE(s.a.mode->caption, QStringLiteral("USB"));
+        QCOMPARE(s.b.mode->caption, QStringLiteral("CW N"));
+    }
+
+    void vfoSelect_eachVfoKeepsItsOwnFrequencyInstruction()
+    {
+        VirtualRadio radio;
+        radio.setVfo(Vfo::A, tuned(1400000));
+        radio.setVfo(Vfo::B, tuned(700000));
+        radio.handle(QByteArray::fromHex("0000000105"));
+        radio.handle(QByteArray::fromHex("000141010A"));  // VFO-A to 14 101.00 kHz
+        radio.handle(QByteArray::fromHex("002070008A"));  // VFO-B to 7 020.00 kHz
+        QCOMPARE(radio.vfo(Vfo::A).freq10Hz, qint64(1410100));
+        QCOMPARE(radio.vfo(Vfo::B).freq10Hz, qint64(702000));
+        QCOMPARE(poll(radio).a.freqText, QStringLiteral("7,020.00 "));
+    }
+
+    void vfoSelect_oneLeavesARecalledChannelForVfoB()
+    {
+        VirtualRadio radio;
+        radio.setVfo(Vfo::B, tuned(700000));
+        radio.handle(cmd(Op::RecallMemory, 9));
+        radio.handle(QByteArray::fromHex("0000000105"));
+        QVERIFY(!radio.memoryMode());
+        QVERIFY(flags(radio).vfo);
+        QCOMPARE(radio.mainReceiver(), tuned(700000));
     }
 
     void writeMemory_storesVfoAAndUnmasks()
