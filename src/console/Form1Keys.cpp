@@ -182,7 +182,9 @@ void Form1::toggleScope()
     Frame[1]->setVisible(nowShown);
     if (!nowShown) {
         setWindowHeightTwips(FrontPanel::HeightScopeHidden);
-        // The PTT key comes back only where transmitting is authorized.
+        // The PTT key comes back only where transmitting is authorized: without "Authorize Tx" it is
+        // disabled from start-up on, and hiding the scope must not hand the operator a key that
+        // the Setup menu has refused.
         Key[Ptt]->setEnabled(txAuthorized());
         Key_Click(ScopeCancel);
     } else {

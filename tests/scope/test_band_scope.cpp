@@ -242,22 +242,100 @@ private slots:
         QVERIFY(!scope->busy());
         // The last thing on the wire is the tune back to the centre.
         QCOMPARE(host->port->writtenHex().last(), QStringLiteral("00 50 42 01 0A"));
+        // Off for each pass; selecting One Shot redraws the graticule, which turns it on; and on at
+        // the end of the sweep.
+        QCOMPARE(host->pollChanges, QList<bool>({false, false, true, true}));
+        // The redraw left a clean graticule: the step under way finished on the wire but is not
+        // drawn on it.
+        QVERIFY(!scope->label(0)->isVisible());
+        QCOMPARE(scope->panBox()->plotItemCount(), 0);
+        QVERIFY(scope->panBox()->gridTexts().contains(QStringLiteral("14.300")));
+    }
+
+    void cancel_duringOneShotSweep_drawsTheStepUnderWayAndRedrawsNothing()
+    {
+        click(48);
+        choose(scope->panCombo(1), QStringLiteral("100 Khz"));
+        choose(scope->panCombo(2), QStringLiteral("25 Khz"));
+        host->band.onMeterRead = [this](int n) {
+            if (n == 3)
+                click(53);
+        };
+        host->pollChanges.clear();
+        click(49);
+        QCOMPARE(host->meterWrites().size(), 3);
         QCOMPARE(host->pollChanges, QList<bool>({false, true}));
-        // The step under way was finished and drawn (8 bars), with no joining line across Cancel.
         const QList<QLineF> lines = scope->panBox()->plotLines();
         int bars = 0;
         for (const QLineF& l : lines)
             bars += l.p1().x() == l.p2().x() ? 1 : 0;
-        QCOMPARE(bars, 8);
-        QCOMPARE(lines.size(), 8 + 4 + 1);
+        QCOMPARE(bars, 3);
+        QCOMPARE(lines.size(), 3 + 1);  // no joining line across Cancel
+        QVERIFY(scope->label(0)->isVisible());
     }
 
-    void cancel_whenIdle_selectsOneShotOnly()
+    void cancel_withOneShotSelected_redrawsNothing()
     {
-        scope->scan(0)->setChecked(true);
+        click(48);
+        click(49);
+        const int items = scope->panBox()->plotItemCount();
+        QVERIFY(items > 0);
+        QVERIFY(scope->label(0)->isVisible());
+        host->pollChanges.clear();
         click(53);
+        QCOMPARE(scope->panBox()->plotItemCount(), items);
+        QVERIFY(scope->label(0)->isVisible());
+        QVERIFY(host->pollChanges.isEmpty());
+    }
+
+    void cancel_duringSRecord_endsItAndTurnsThePollOn()
+    {
+        click(48);
+        scope->scan(2)->setChecked(true);
+        click(49);
+        QVERIFY(scope->recording());
+        QCOMPARE(host->pollOn, false);
+        scope->Timer2_Timer();
+        QVERIFY(scope->panBox()->plotItemCount() > 0);
+        host->port->writes.clear();
+        click(53);
+        // One Shot's click handler ran: caption hidden, graticule redrawn with its frequency labels
+        // (which stops the 2992 ms tick), poll on.
         QVERIFY(scope->scan(1)->isChecked());
+        QVERIFY(!scope->label(0)->isVisible());
+        QVERIFY(!scope->recording());
+        QVERIFY(!scope->timer2()->isActive());
+        QCOMPARE(host->pollOn, true);
+        QCOMPARE(scope->panBox()->plotItemCount(), 0);
+        QVERIFY(scope->panBox()->gridTexts().contains(QStringLiteral("14.300")));
+        // A tick that was already due reads nothing.
+        scope->Timer2_Timer();
         QVERIFY(host->port->writes.isEmpty());
+    }
+
+    void continuousSweep_everyPassTurnsThePollOff()
+    {
+        click(48);
+        choose(scope->panCombo(1), QStringLiteral("100 Khz"));
+        choose(scope->panCombo(2), QStringLiteral("25 Khz"));
+        scope->scan(0)->setChecked(true);
+        // During the first pass the span changes, which redraws the graticule and turns the poll on;
+        // the second pass (3 samples of 50 kHz) and the third must run with the poll off again.
+        QList<bool> pollAtRead;
+        host->band.onMeterRead = [&](int n) {
+            pollAtRead.append(host->pollOn);
+            if (n == 2) {
+                choose(scope->panCombo(1), QStringLiteral("50 Khz"));
+                scope->PanCombo_Click(1);
+            }
+            if (n == 11)
+                click(53);
+        };
+        click(49);
+        QCOMPARE(host->meterWrites().size(), 11);
+        QCOMPARE(pollAtRead.mid(0, 2), QList<bool>({false, false}));
+        QCOMPARE(pollAtRead.mid(2, 3), QList<bool>({true, true, true}));  // the rest of the first pass
+        QCOMPARE(pollAtRead.mid(5), QList<bool>(6, false));               // the passes after it
     }
 
     void plotKey_whileBusy_isNotTakenAgain()

@@ -8,7 +8,8 @@
 #include "RadioLink.h"
 #include "ScopeHost.h"
 #include "ScopeLists.h"
-#include "ScopeLog.h"
+#include "ScopeRecord.h"
+#include "ScopeSweep.h"
 #include "SettingsStore.h"
 #include "Twips.h"
 
@@ -26,9 +27,6 @@
 #include <QVBoxLayout>
 
 namespace {
-constexpr int Timer2IntervalMs = 2992;
-constexpr double SecondsPerMinute = 60.0;
-
 QIcon swatch(quint32 bgr)
 {
     QPixmap pm(10, 10);
@@ -41,25 +39,28 @@ QIcon swatch(quint32 bgr)
 }
 }  // namespace
 
-BandScope::BandScope(ScopeHost& host, QWidget* parent)
-    : QWidget(parent),
-      host_(host),
-      cancel_(std::make_shared<std::atomic<bool>>(false)),
-      mailbox_(new QObject, [](QObject* o) { o->deleteLater(); })
+BandScope::BandScope(ScopeHost& host, QWidget* parent) : QWidget(parent), host_(host)
 {
     setObjectName(QStringLiteral("BandScope"));
     buildControls();
-    Timer2 = new QTimer(this);
-    Timer2->setObjectName(QStringLiteral("Timer2"));
-    Timer2->setInterval(Timer2IntervalMs);
-    connect(Timer2, &QTimer::timeout, this, &BandScope::Timer2_Timer);
+
+    ScopeSweep::Choices choices;
+    choices.receiver = [this] { return MainSub[0]->isChecked() ? 1 : 2; };
+    choices.plan = [this] { return currentPlan(); };
+    choices.anotherPass = [this] { return Scan[0]->isChecked(); };
+    sweep_ = new ScopeSweep(host_, std::move(choices), this);
+    connect(sweep_, &ScopeSweep::passStarted, this, &BandScope::onPassStarted);
+    connect(sweep_, &ScopeSweep::sampleRead, this, &BandScope::onSample);
+    connect(sweep_, &ScopeSweep::lastPassEnded, this, &BandScope::tuneBackToCentre);
+    connect(sweep_, &ScopeSweep::finished, this, &BandScope::sweepFinished);
+
+    record_ = new ScopeRecord(
+        host_, [this] { return receiver_; }, this);
+    connect(record_, &ScopeRecord::labelDue, this, &BandScope::printRecordLabel);
+    connect(record_, &ScopeRecord::reading, this, &BandScope::onRecordReading);
 }
 
-BandScope::~BandScope()
-{
-    // A pass still running on the link thread stops after its step and finds no window to report to.
-    cancel_->store(true);
-}
+BandScope::~BandScope() = default;
 
 void BandScope::buildControls()
 {
@@ -196,8 +197,16 @@ void BandScope::keyClick(int index)
         case ScopeKey::Cancel:
             // One Shot, so that no further pass starts; the flag stops the pass under way after its
             // step (as a current frequency set past the end would); no line joins what comes next.
-            Scan[1]->setChecked(true);
-            cancel_->store(true);
+            sweep_->cancel();
+            if (!Scan[1]->isChecked()) {
+                // Selecting an option that was not selected runs its click handler, as an
+                // operator's click on it does: the graticule redraw ends an S-record (hiding the
+                // scope presses Cancel, and the poll must not stay off behind a hidden scope) and
+                // turns the poll on. The step still under way is not drawn on the fresh graticule.
+                Scan[1]->setChecked(true);
+                drawingPass_ = false;
+                Scan_Click(1);
+            }
             previousX_ = CancelledLevel;
             previousLevel_ = CancelledLevel;
             break;
@@ -209,7 +218,7 @@ void BandScope::keyClick(int index)
 void BandScope::plotKey(int index)
 {
     // A plot key is not taken again while its sweep runs; Cancel ends it.
-    if (busy_)
+    if (busy())
         return;
     const quint32 colour = ScopeColour::forKey(index);
     if (sRecordSelected()) {
@@ -221,54 +230,35 @@ void BandScope::plotKey(int index)
 
 // ---- sweep ---------------------------------------------------------------------------------------
 
-void BandScope::sweep(quint32 colour)
+bool BandScope::busy() const
 {
-    busy_ = true;
-    colour_ = colour;
-    cancel_->store(false);
-    host_.setPollEnabled(false);
-    startPass();
+    return sweep_->busy();
 }
 
-void BandScope::startPass()
+bool BandScope::sweeping() const
 {
-    receiver_ = MainSub[0]->isChecked() ? 1 : 2;
-    const int r = receiver_;
-    plan_ = currentPlan();
+    return sweep_->passRunning();
+}
+
+void BandScope::sweep(quint32 colour)
+{
+    colour_ = colour;
+    sweep_->start();
+}
+
+void BandScope::onPassStarted(const SweepPlan&, int receiver)
+{
+    receiver_ = receiver;
     PanBox_->setScale(sweepScale(spanKHz()));
     previousX_ = 0;
     previousLevel_ = 0;
-    passRunning_ = true;
-    qCDebug(lcScope) << "pass from" << plan_.startKHz() << "step" << plan_.step10Hz << "x 10 Hz," << plan_.samples
-                     << "samples";
-
-    const SweepPlan plan = plan_;
-    auto cancel = cancel_;
-    QPointer<BandScope> self(this);
-    RadioLink* link = &host_.link();
-    std::shared_ptr<QObject> mailbox = mailbox_;
-    auto deliver = [link, mailbox, self](std::function<void(BandScope*)> fn) {
-        link->deliver(mailbox.get(), [self, fn = std::move(fn)] {
-            if (self)
-                fn(self);
-        });
-    };
-    link->post([plan, r, cancel, deliver](CatPort& port) {
-        SweepCallbacks callbacks;
-        callbacks.tuned = [&](const SweepSample& s) { deliver([r, s](BandScope* w) { w->onTuned(r, s); }); };
-        callbacks.sample = [&](const SweepSample& s) { deliver([plan, s](BandScope* w) { w->onSample(plan, s); }); };
-        const SweepOutcome outcome = runSweepPass(port, plan, r, *cancel, callbacks);
-        deliver([outcome](BandScope* w) { w->onPassDone(outcome); });
-    });
-}
-
-void BandScope::onTuned(int receiver, const SweepSample& s)
-{
-    host_.setFrequencyDisplay(receiver, formatNumber(s.kHz(), Pattern::Frequency));
+    drawingPass_ = true;
 }
 
 void BandScope::onSample(const SweepPlan& plan, const SweepSample& s)
 {
+    if (!drawingPass_)
+        return;
     const double x = SweepPlan::toKHz(s.freq10Hz - plan.start10Hz);
     if (!s.replied) {
         // Nothing to draw; the next sample joins from here at the last level.
@@ -290,83 +280,46 @@ void BandScope::drawSample(double x, int level)
     previousLevel_ = level;
 }
 
-void BandScope::onPassDone(const SweepOutcome& outcome)
+void BandScope::tuneBackToCentre()
 {
-    passRunning_ = false;
-    if (Scan[0]->isChecked() && !cancel_->load() && !outcome.cancelled && host_.portOpen()) {
-        startPass();
-        return;
-    }
-    // The last pass: back to the centre, then the poll again.
     const double centre = centreKHz();
     const int r = receiver_;
     host_.link().post([centre, r](CatPort& port) { tuneToCentre(port, centre, r); });
-    busy_ = false;
-    host_.setPollEnabled(true);
-    emit sweepFinished();
 }
 
 // ---- S-record ------------------------------------------------------------------------------------
 
 bool BandScope::recording() const
 {
-    return Timer2->isActive();
+    return record_->active();
+}
+
+QTimer* BandScope::timer2() const
+{
+    return record_->timer();
+}
+
+void BandScope::Timer2_Timer()
+{
+    record_->Timer2_Timer();
 }
 
 void BandScope::startSRecord(quint32 colour)
 {
     colour_ = colour;
-    host_.setPollEnabled(false);
-    Timer2->start();
+    record_->start(recordMinutes());
     PanBox_->setScale(recordScale(recordMinutes()));
-    recordTicks_ = 0;
-    recordSeconds_ = 0;
     previousX_ = 0;
     previousLevel_ = 0;
-    recordStart_ = QTime::currentTime();
-    nextLabelMinute_ = recordLabelStepMinutes(recordMinutes());
-    PanBox_->drawText(QPointF(0, PlotY::TimeLabel), recordStart_.toString(QStringLiteral("hh:mm")),
+    PanBox_->drawText(QPointF(0, PlotY::TimeLabel), record_->startTime().toString(QStringLiteral("hh:mm")),
                       fromBgr(ScopeColour::TimeLabel), Qt::AlignHCenter | Qt::AlignTop);
 }
 
-void BandScope::Timer2_Timer()
+void BandScope::printRecordLabel(double x, const QTime& at)
 {
-    if (!Timer2->isActive())
-        return;
-    ++recordTicks_;
-    const double x = recordTicks_ * (Timer2IntervalMs / 1000.0);
-    printRecordLabels(x);
-    const int r = receiver_;
-    QPointer<BandScope> self(this);
-    RadioLink* link = &host_.link();
-    std::shared_ptr<QObject> mailbox = mailbox_;
-    link->postMerged(JobKind::SRecord, [link, mailbox, self, r, x](CatPort& port) {
-        const QByteArray reply = readScopeMeter(port, r);
-        link->deliver(mailbox.get(), [self, x, reply] {
-            if (self)
-                self->onRecordReading(x, reply);
-        });
-    });
-    // The chosen time has run out: the recording ends by itself.
-    if (x >= recordMinutes() * SecondsPerMinute) {
-        Timer2->stop();
-        host_.setPollEnabled(true);
-    }
-}
-
-void BandScope::printRecordLabels(double x)
-{
-    const int step = recordLabelStepMinutes(recordMinutes());
-    while (nextLabelMinute_ * SecondsPerMinute <= x && nextLabelMinute_ <= recordMinutes()) {
-        const QTime at = recordStart_.addSecs(nextLabelMinute_ * 60);
-        PanBox_->drawText(QPointF(nextLabelMinute_ * SecondsPerMinute, PlotY::TimeLabel),
-                          at.toString(QStringLiteral("hh:mm")), fromBgr(ScopeColour::TimeLabel),
-                          Qt::AlignHCenter | Qt::AlignTop);
-        PanBox_->drawLine(QLineF(nextLabelMinute_ * SecondsPerMinute, PlotY::Base, nextLabelMinute_ * SecondsPerMinute,
-                                 PlotY::MajorTick),
-                          fromBgr(ScopeColour::TimeLabel));
-        nextLabelMinute_ += step;
-    }
+    PanBox_->drawText(QPointF(x, PlotY::TimeLabel), at.toString(QStringLiteral("hh:mm")),
+                      fromBgr(ScopeColour::TimeLabel), Qt::AlignHCenter | Qt::AlignTop);
+    PanBox_->drawLine(QLineF(x, PlotY::Base, x, PlotY::MajorTick), fromBgr(ScopeColour::TimeLabel));
 }
 
 void BandScope::onRecordReading(double x, const QByteArray& reply)
@@ -382,7 +335,7 @@ void BandScope::onRecordReading(double x, const QByteArray& reply)
 
 void BandScope::drawGraticule(int flag)
 {
-    Timer2->stop();
+    record_->stop();
     paintGraticule(flag);
     host_.setPollEnabled(true);
 }
@@ -463,6 +416,9 @@ void BandScope::PanBox_MouseMove(double x)
 {
     if (sRecordSelected())
         return;
+    // The frequency of the bar under the pointer: the sweep's start (the span's lower edge rounded
+    // down to the resolution, as the sweep tunes it) plus x, not the unrounded edge. The bars stand
+    // at the rounded frequencies, so a double click tunes to the bar the operator sees.
     mouseKHz_ = frequencyAt(currentPlan(), x);
     readout_->setText(readoutText(mouseKHz_));
     readout_->adjustSize();

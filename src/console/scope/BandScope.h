@@ -2,30 +2,27 @@
 // The band scope frame of the main window (Frame(1)): span and resolution lists, scan modes, the
 // receiver choice, the centre frequency, the plot keys and the plot itself.
 //
-// A sweep runs on the link thread one pass at a time; its samples come back here as they are read
-// and are drawn at once, so the window stays live. The poll is off from the first pass to the end
-// of the last. An S-record is driven by Timer2 on this thread, one meter read per tick.
+// The sweep (ScopeSweep) and the S-record (ScopeRecord) run apart from the widgets; their samples
+// come back here as they are read and are drawn at once, so the window stays live.
 
 #include "SweepJob.h"
 #include "SweepPlan.h"
 
 #include <QMap>
-#include <QPointer>
-#include <QTime>
 #include <QVector>
 #include <QWidget>
-#include <atomic>
-#include <functional>
-#include <memory>
 
 class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
+class QTime;
 class QTimer;
 class PanBox;
 class ScopeHost;
+class ScopeRecord;
+class ScopeSweep;
 
 class BandScope : public QWidget {
     Q_OBJECT
@@ -51,10 +48,10 @@ public:
     QLabel* label(int index) const { return index == 0 ? Label0 : nullptr; }
     PanBox* panBox() const { return PanBox_; }
     QLabel* readout() const { return readout_; }
-    QTimer* timer2() const { return Timer2; }
+    QTimer* timer2() const;
 
-    bool busy() const { return busy_; }  // a plot key's sweep is under way
-    bool sweeping() const { return passRunning_; }
+    bool busy() const;  // a plot key's sweep is under way
+    bool sweeping() const;
     bool recording() const;  // Timer2 runs
     double pointerKHz() const { return mouseKHz_; }
     SweepPlan currentPlan() const;  // from CFreq and the two lists as they stand
@@ -83,13 +80,12 @@ private:
     void buildControls();
     void paintGraticule(int flag);
     void plotKey(int index);
-    void startPass();
-    void onTuned(int receiver, const SweepSample& s);
+    void onPassStarted(const SweepPlan& plan, int receiver);
     void onSample(const SweepPlan& plan, const SweepSample& s);
-    void onPassDone(const SweepOutcome& outcome);
+    void tuneBackToCentre();
     void onRecordReading(double x, const QByteArray& reply);
+    void printRecordLabel(double x, const QTime& at);
     void drawSample(double x, int level);
-    void printRecordLabels(double x);
     bool sRecordSelected() const;
     double centreKHz() const;
     double spanKHz() const;
@@ -106,24 +102,16 @@ private:
     QLabel* Label0 = nullptr;
     PanBox* PanBox_ = nullptr;
     QLabel* readout_ = nullptr;
-    QTimer* Timer2 = nullptr;
+    ScopeSweep* sweep_ = nullptr;
+    ScopeRecord* record_ = nullptr;
 
     // Scope state.
     int receiver_ = 1;
-    bool busy_ = false;
-    bool passRunning_ = false;
     quint32 colour_ = 0;
-    SweepPlan plan_;
     double previousX_ = 0;
     int previousLevel_ = 0;
+    // False once "Cancel" has redrawn the graticule: the sample of the step still under way then
+    // belongs to the picture that was wiped.
+    bool drawingPass_ = true;
     double mouseKHz_ = 0;
-    std::shared_ptr<std::atomic<bool>> cancel_;
-    // S-record.
-    int recordTicks_ = 0;
-    double recordSeconds_ = 0;
-    QTime recordStart_;
-    int nextLabelMinute_ = 0;
-    // Results from the link thread are delivered to this object, which outlives the window for as
-    // long as a job still holds it; the window itself may be gone by then.
-    std::shared_ptr<QObject> mailbox_;
 };

@@ -1,0 +1,53 @@
+#pragma once
+// The band scope's sweep, apart from its widgets: passes over the plan run on the link thread one
+// after another while the scope asks for another, each with the poll off, and "Cancel" stops the
+// pass under way after its step. The samples come back on this object's thread as they are read;
+// the scope window draws them.
+
+#include "SweepJob.h"
+#include "SweepPlan.h"
+
+#include <QObject>
+#include <atomic>
+#include <functional>
+#include <memory>
+
+class ScopeHost;
+
+class ScopeSweep : public QObject {
+    Q_OBJECT
+public:
+    // What the scope window decides, asked at the start and end of each pass.
+    struct Choices {
+        std::function<int()> receiver;      // the receiver to sweep: 1 Main, 2 Sub
+        std::function<SweepPlan()> plan;    // from the centre and the lists as they stand
+        std::function<bool()> anotherPass;  // "Continuous" is selected
+    };
+
+    ScopeSweep(ScopeHost& host, Choices choices, QObject* parent = nullptr);
+    ~ScopeSweep() override;
+
+    void start();                        // the first pass
+    void cancel();                       // the pass under way stops after its step, and no other pass follows
+    bool busy() const { return busy_; }  // from start() to the end of the last pass
+    bool passRunning() const { return passRunning_; }
+
+signals:
+    void passStarted(const SweepPlan& plan, int receiver);
+    void sampleRead(const SweepPlan& plan, const SweepSample& sample);
+    void lastPassEnded();  // before the poll comes back: the scope tunes the receiver back to its centre
+    void finished();       // the last pass has ended and the poll is on again
+
+private:
+    void startPass();
+    void onPassDone(const SweepOutcome& outcome);
+
+    ScopeHost& host_;
+    Choices choices_;
+    bool busy_ = false;
+    bool passRunning_ = false;
+    std::shared_ptr<std::atomic<bool>> cancel_;
+    // Results from the link thread are delivered to this object, which outlives the sweep for as
+    // long as a job still holds it; the sweep itself may be gone by then.
+    std::shared_ptr<QObject> mailbox_;
+};
