@@ -127,6 +127,22 @@ private slots:
         QVERIFY(!f.form->edspMenuChecked(false, 9));
     }
 
+    void contourOffSendsEqualizationOffOnceAndNothingWhenItIsAlreadySelected()
+    {
+        AppFixture f;
+        f.port->writes.clear();
+        // The dialog is loaded hidden; "Equalization Off" is not selected in a fresh one, so the item
+        // sends its command and sets the menu marks.
+        f.form->mnu_EDSPR[1]->trigger();
+        QVERIFY(!f.shown<frmOptions>());
+        QCOMPARE(f.port->writtenHex(), QStringList{QStringLiteral("00 00 00 4E 75")});
+        QVERIFY(f.form->edspMenuChecked(false, 1));
+        QVERIFY(!f.form->edspMenuChecked(false, 0));
+        f.port->writes.clear();
+        f.form->mnu_EDSPR[1]->trigger();
+        QVERIFY(f.port->writes.isEmpty());
+    }
+
     void aboutShowsTheAboutBox()
     {
         AppFixture f;
@@ -145,14 +161,16 @@ private slots:
             items << a->text();
         QCOMPARE(items.last(), QStringLiteral("Network Control..."));
         // The items of the menu keep their indices: the new one comes after them.
-        QCOMPARE(items.mid(0, 3), (QStringList{QStringLiteral("Com Port"), QStringLiteral("-"), QStringLiteral("Authorize Tx")}));
+        QCOMPARE(items.mid(0, 3),
+                 (QStringList{QStringLiteral("Com Port"), QStringLiteral("-"), QStringLiteral("Authorize Tx")}));
     }
 
     void networkClientsReadWhatThePollShows()
     {
         AppFixture f;
         QString error;
-        QVERIFY2(f.network->start(NetworkSettings::Endpoint{QStringLiteral("127.0.0.1"), 0}, &error), qPrintable(error));
+        QVERIFY2(f.network->start(NetworkSettings::Endpoint{QStringLiteral("127.0.0.1"), 0}, &error),
+                 qPrintable(error));
         QVERIFY(f.network->listening());
         auto* status = f.form->findChild<QLabel*>(QStringLiteral("networkStatus"));
         QVERIFY(status);

@@ -142,16 +142,6 @@ private slots:
         QVERIFY(f.form->mnu_EDSPT[4]->isChecked());
     }
 
-    void contourOffWhenAlreadySelectedSendsNothing()
-    {
-        ConsoleFixture f;
-        f.windows.selected = {17};
-        f.form->mnu_EDSPR[1]->trigger();
-        // The choice goes to the EDSP dialog, which sends nothing for an option already selected.
-        QCOMPARE(f.windows.calls, QStringList{"selectEdspOption 17"});
-        QVERIFY(f.port->writes.isEmpty());
-    }
-
     void contentsDoesNothing()
     {
         ConsoleFixture f;

@@ -50,7 +50,7 @@ inline QString frequencyText(qint64 freq10Hz)
 // Polls that reached the radio: each begins with the request for the current VFO's record.
 inline int pollsSeen(const SimHost& host)
 {
-    static const QByteArray first = CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo).bytes();
+    static const QByteArray first = QByteArray::fromHex("0000000210");  // 00 00 00 02 10
     int n = 0;
     const QList<SimHost::LogEntry> log = host.log();  // const: iterating never detaches the shared copy
     for (const SimHost::LogEntry& e : log)

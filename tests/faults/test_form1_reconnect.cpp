@@ -40,7 +40,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(f.form->portOpen(), 4000);
         QTRY_COMPARE_WITH_TIMEOUT(f.vfoA(), FaultRun::frequencyText(2807400), 3000);
         // The same wire as before: the first command after the return is an ordinary poll's.
-        QCOMPARE(f.host.log().first().command, CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo).bytes());
+        QCOMPARE(f.host.log().first().command.toHex(' '), QByteArray("00 00 00 02 10"));
     }
 
     void closingWhileTheRadioIsAwayEndsCleanly()

@@ -85,8 +85,16 @@ private slots:
     void captionAndHeight()
     {
         QCOMPARE(w->windowTitle(), QStringLiteral("Frequency Navigator"));
-        QCOMPARE(w->height(), Twips::toPixels(4845));
-        QCOMPARE(w->widthTwips(), Twips::fromPixels(w->width()));
+        QCOMPARE(w->height(), 323);  // 4845 twips at 15 twips a pixel
+    }
+
+    void widthIsGivenInTwips()
+    {
+        // What the filter window adds to the main window's left edge for its own default position.
+        w->resize(700, w->height());
+        QCOMPARE(w->widthTwips(), 10500);
+        w->resize(701, w->height());
+        QCOMPARE(w->widthTwips(), 10515);
     }
 
     void opensInBandMode()
@@ -482,6 +490,18 @@ private slots:
 
     // ---- slider -------------------------------------------------------------------------------
 
+    void sliderRunsFiftyKilohertzATickEachWay()
+    {
+        QCOMPARE(w->Slider1->minimum(), -50);
+        QCOMPARE(w->Slider1->maximum(), 50);
+        answerVfo(*host, 14200);
+        w->Slider1->setValue(w->Slider1->minimum());  // pulled right up: 50 kHz up
+        w->Timer3_Timer();
+        w->Slider1->setValue(w->Slider1->maximum());  // right down: 50 kHz down
+        w->Timer3_Timer();
+        QCOMPARE(wire(), (QStringList{"00 00 00 02 10", "00 50 42 01 0A", "00 00 00 02 10", "00 50 41 01 0A"}));
+    }
+
     void sliderMoveStopsPollAndStartsTimer()
     {
         w->Slider1->setValue(10);
@@ -609,11 +629,23 @@ private slots:
 
     void opensBesideTheMainWindow()
     {
-        const QRect main = host->geometryTwips();
-        const int screenWidth = WindowPlacement::screenSizeTwips().width();
-        const int expected = std::min(main.x() + main.width(), std::max(0, screenWidth - w->widthTwips()));
-        QCOMPARE(WindowPlacement::leftTwips(w.get()), Twips::fromPixels(Twips::toPixels(expected)));
-        QCOMPARE(WindowPlacement::topTwips(w.get()), Twips::fromPixels(Twips::toPixels(main.y())));
+        // A main window at left 600, top 450, 3000 twips wide: the navigator's edge meets its right edge.
+        host->geometry = QRect(600, 450, 3000, 3990);
+        w = std::make_unique<frm_Navig>(*host);
+        QCOMPARE(WindowPlacement::leftTwips(w.get()), 3600);
+        QCOMPARE(WindowPlacement::topTwips(w.get()), 450);
+    }
+
+    void opensPulledBackOntoTheScreen()
+    {
+        // The offscreen platform's screen is 800 pixels wide: 12000 twips.
+        if (WindowPlacement::screenSizeTwips().width() != 12000)
+            QSKIP("needs the offscreen platform's screen, 800 pixels wide");
+        host->geometry = QRect(1500, 450, 10410, 3990);  // right edge at 11910 twips
+        w = std::make_unique<frm_Navig>(*host);
+        QCOMPARE(WindowPlacement::leftTwips(w.get()) + w->widthTwips(), 12000);
+        QVERIFY(WindowPlacement::leftTwips(w.get()) < 11910);
+        QCOMPARE(WindowPlacement::topTwips(w.get()), 450);
     }
 
     void storedPositionIsRestoredAndSaved()
