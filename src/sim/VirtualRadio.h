@@ -85,6 +85,7 @@ public:
     void clearSignals();
 
 private:
+    void presetChannels();  // what the channels hold when the radio is new
     RadioReply execute(const CatCommand& c);
     QByteArray statusReply(const CatCommand& c) const;
     QByteArray meterReply(int selector) const;
