@@ -1,0 +1,116 @@
+// The memory window's file actions: the file dialog, loading and saving, the file keys and menu.
+#include "Mem_Frm.h"
+
+#include "ConsoleHost.h"
+#include "MemFile.h"
+#include "MemoryDialogs.h"
+#include "MemoryGridModel.h"
+#include "MemoryLog.h"
+#include "MemoryPanel.h"
+
+#include <QAction>
+
+namespace {
+using namespace MemoryWindow;
+}  // namespace
+
+void Mem_Frm::enableSaveMenu()
+{
+    mnu_file[2]->setEnabled(true);
+    mnu_file[3]->setEnabled(true);
+}
+
+void Mem_Frm::Diag(int index)
+{
+    FileDialogRequest request;
+    request.filters = dialogFilters(FileFilter);
+    request.selectedFilter = request.filters.value(1);
+    request.defaultSuffix = DefaultSuffix;
+    request.file = currentFile_;
+    request.kind = index == 0 ? FileDialogRequest::Kind::Open : FileDialogRequest::Kind::Save;
+    request.title = index == 0 ? OpenTitle : SaveTitle;
+    const std::optional<QString> chosen = dialogs_->chooseFile(dialogParent(), request);
+    if (!chosen)
+        return;
+    currentFile_ = *chosen;
+    // Started from the dialog, a failure ends quietly.
+    if (index == 0)
+        LoadMemFile(Report::Quiet);
+    else
+        SaveMemFile(Report::Quiet);
+}
+
+bool Mem_Frm::LoadMemFile(Report report)
+{
+    QList<MemRecord> records;
+    QString error;
+    if (!MemFile::load(currentFile_, &records, &error)) {
+        qCWarning(lcMemory) << "load failed:" << currentFile_ << error;
+        if (report == Report::Message)
+            dialogs_->error(dialogParent(), ErrorTitle,
+                            QStringLiteral("Could not read the memory file \"%1\".\n%2").arg(currentFile_, error));
+        return false;
+    }
+    QList<MemoryRow> rows;
+    rows.reserve(records.size());
+    for (const MemRecord& r : records)
+        rows.append(rowFromRecord(r));
+    model_->setRows(rows);
+    if (gridRow_ >= 1)
+        selectGridRow(gridRow_);
+    setHeightTwips(ExpandedTwips);
+    enableUpload();
+    enableSaveMenu();
+    return true;
+}
+
+bool Mem_Frm::SaveMemFile(Report report)
+{
+    QString error;
+    if (!MemFile::save(currentFile_, model_->rows(), &error)) {
+        qCWarning(lcMemory) << "save failed:" << currentFile_ << error;
+        if (report == Report::Message)
+            dialogs_->error(dialogParent(), ErrorTitle,
+                            QStringLiteral("Could not save the memory file \"%1\".\n%2\nThe file was left as it was.")
+                                .arg(currentFile_, error));
+        return false;
+    }
+    return true;
+}
+
+void Mem_Frm::Btn_Diag_MouseDown(int index, Qt::MouseButton button)
+{
+    if (index == 0) {
+        if (button == Qt::LeftButton)
+            LoadMemFile(Report::Message);
+        else
+            Diag(0);
+        setHeightTwips(ExpandedTwips);
+        enableUpload();
+        return;
+    }
+    if (button == Qt::LeftButton)
+        SaveMemFile(Report::Message);
+    else
+        Diag(1);
+}
+
+void Mem_Frm::mnu_file_Click(int index)
+{
+    switch (index) {
+        case 0:
+            Diag(0);
+            break;
+        case 2:
+            SaveMemFile(Report::Message);
+            break;
+        case 3:
+            Diag(1);
+            break;
+        case 5:
+            Bouton_Click(MemoryKey::Close);
+            break;
+        default:
+            break;
+    }
+}
