@@ -138,7 +138,12 @@ void Mem_Frm::buildControls()
     HScroll1->setRange(Channels::First, Channels::Count);
     HScroll1->setPageStep(10);
     HScroll1->setAccessibleName(QStringLiteral("Channel"));
+    // The change comes once a drag ends, where it ends, as with an arrow or a click on the track: each
+    // change reads a channel (250 ms on the wire) and may recall it, so the values a drag passes
+    // through must not each send. While the thumb moves only the channel's name follows it.
+    HScroll1->setTracking(false);
     connect(HScroll1, &QScrollBar::valueChanged, this, &Mem_Frm::HScroll1_Change);
+    connect(HScroll1, &QScrollBar::sliderMoved, this, &Mem_Frm::HScroll1_Scroll);
     Frame1->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* frameLayout = new QVBoxLayout(Frame1);
     frameLayout->setContentsMargins(6, 2, 6, 6);

@@ -121,6 +121,7 @@ private:
     void Form_Load();
     void finishLoad(std::optional<int> start);
     void HScroll1_Change(int value);
+    void HScroll1_Scroll(int value);  // the thumb being dragged
     void MSFlexGrid1_DblClick(const QModelIndex& index);
     void Btn_Diag_MouseDown(int index, Qt::MouseButton button);
     void mnu_file_Click(int index);

@@ -224,6 +224,11 @@ void Mem_Frm::HScroll1_Change(int value)
         send([value](CatPort& port) { recallChannel(port, value); });
 }
 
+void Mem_Frm::HScroll1_Scroll(int value)
+{
+    Label1[0]->setText(labelChannelName(value));
+}
+
 void Mem_Frm::MSFlexGrid1_DblClick(const QModelIndex& index)
 {
     if (!index.isValid() || uploading_)

@@ -19,6 +19,9 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSignalSpy>
+#include <QStyle>
+#include <QStyleOptionSlider>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
@@ -88,6 +91,41 @@ QByteArray readFile(const QString& path)
 {
     QFile f(path);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+// Where a part of the scroll bar (its thumb, an arrow) is drawn, as the style lays it out.
+QRect scrollBarPart(const QScrollBar* bar, QStyle::SubControl part)
+{
+    QStyleOptionSlider opt;
+    opt.initFrom(bar);
+    opt.orientation = bar->orientation();
+    opt.state |= QStyle::State_Horizontal;
+    opt.minimum = bar->minimum();
+    opt.maximum = bar->maximum();
+    opt.sliderPosition = bar->sliderPosition();
+    opt.sliderValue = bar->value();
+    opt.singleStep = bar->singleStep();
+    opt.pageStep = bar->pageStep();
+    return bar->style()->subControlRect(QStyle::CC_ScrollBar, &opt, part, bar);
+}
+
+// Drags the thumb with the mouse, one pixel at a time, until it shows `to`; gives the values passed.
+QList<int> dragThumb(QScrollBar* bar, int to)
+{
+    QSignalSpy moved(bar, &QScrollBar::sliderMoved);
+    QPoint at = scrollBarPart(bar, QStyle::SC_ScrollBarSlider).center();
+    QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, at);
+    const int step = to > bar->sliderPosition() ? 1 : -1;
+    for (int i = 0; i < 2000 && bar->sliderPosition() != to; ++i) {
+        at.rx() += step;
+        QTest::mouseMove(bar, at);
+    }
+    QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, at);
+    QList<int> passed;
+    for (const QList<QVariant>& m : moved)
+        if (passed.isEmpty() || passed.last() != m[0].toInt())
+            passed << m[0].toInt();
+    return passed;
 }
 
 const QColor masked = fromBgr(0x0040C0);
@@ -383,6 +421,97 @@ private slots:
         w->HScroll1->setValue(109);
         QCOMPARE(s.writes(), (QStringList{"6D 00 00 04 10", "00 00 00 6D 02"}));
         QCOMPARE(w->Label1[0]->text(), QStringLiteral(" QMB 1"));
+    }
+
+    void scrollBar_dragAcross50Channels_readsOnceWhereItEnds()
+    {
+        Scene s;
+        auto w = s.open();
+        w->show();
+        QVERIFY(QTest::qWaitForWindowExposed(w.get()));
+        s.clear();
+        const QList<int> passed = dragThumb(w->HScroll1, 51);
+        QVERIFY2(passed.size() >= 50, qPrintable(QStringLiteral("%1 values passed").arg(passed.size())));
+        QCOMPARE(w->HScroll1->value(), 51);
+        QCOMPARE(s.writes(), QStringList{"33 00 00 04 10"});
+        QCOMPARE(w->Label1[0]->text(), QStringLiteral(" Chan 51"));
+        QCOMPARE(w->gridRow(), 51);
+    }
+
+    void scrollBar_dragWithMemShown_readsAndRecallsOnce()
+    {
+        Scene s;
+        s.host.visible[9] = true;
+        s.radioChannel = 60;
+        auto w = s.open();
+        w->show();
+        QVERIFY(QTest::qWaitForWindowExposed(w.get()));
+        s.clear();
+        const QList<int> passed = dragThumb(w->HScroll1, 10);
+        QVERIFY2(passed.size() >= 50, qPrintable(QStringLiteral("%1 values passed").arg(passed.size())));
+        QCOMPARE(s.writes(), (QStringList{"0A 00 00 04 10", "00 00 00 0A 02"}));
+    }
+
+    void scrollBar_inFollowMode_aDragRecallsOnlyTheLastChannel()
+    {
+        Scene s;
+        auto w = s.open();
+        w->show();
+        QVERIFY(QTest::qWaitForWindowExposed(w.get()));
+        emit w->MSFlexGrid1->doubleClicked(w->MSFlexGrid1->model()->index(0, 0));
+        QCOMPARE(w->MemState, 2);
+        s.clear();
+        dragThumb(w->HScroll1, 70);
+        QCOMPARE(s.writes(), (QStringList{"46 00 00 04 10", "00 00 00 46 02"}));
+    }
+
+    void scrollBar_whileDragging_theChannelNameFollowsTheThumbWithoutTheWire()
+    {
+        Scene s;
+        auto w = s.open();
+        w->show();
+        QVERIFY(QTest::qWaitForWindowExposed(w.get()));
+        s.clear();
+        QPoint at = scrollBarPart(w->HScroll1, QStyle::SC_ScrollBarSlider).center();
+        QTest::mousePress(w->HScroll1, Qt::LeftButton, Qt::NoModifier, at);
+        while (w->HScroll1->sliderPosition() < 20) {
+            at.rx() += 1;
+            QTest::mouseMove(w->HScroll1, at);
+        }
+        QCOMPARE(w->Label1[0]->text(), QStringLiteral(" Chan %1").arg(w->HScroll1->sliderPosition()));
+        QVERIFY(s.writes().isEmpty());
+        QTest::mouseRelease(w->HScroll1, Qt::LeftButton, Qt::NoModifier, at);
+        QCOMPARE(s.writes().size(), 1);
+    }
+
+    void scrollBar_eachArrowClickReadsOnce()
+    {
+        Scene s;
+        s.host.visible[9] = true;
+        s.radioChannel = 5;
+        auto w = s.open();
+        w->show();
+        QVERIFY(QTest::qWaitForWindowExposed(w.get()));
+        s.clear();
+        const QPoint right = scrollBarPart(w->HScroll1, QStyle::SC_ScrollBarAddLine).center();
+        const QPoint left = scrollBarPart(w->HScroll1, QStyle::SC_ScrollBarSubLine).center();
+        QTest::mouseClick(w->HScroll1, Qt::LeftButton, Qt::NoModifier, right);
+        QTest::mouseClick(w->HScroll1, Qt::LeftButton, Qt::NoModifier, right);
+        QTest::mouseClick(w->HScroll1, Qt::LeftButton, Qt::NoModifier, left);
+        QCOMPARE(s.writes(), (QStringList{"06 00 00 04 10", "00 00 00 06 02", "07 00 00 04 10", "00 00 00 07 02",
+                                          "06 00 00 04 10", "00 00 00 06 02"}));
+    }
+
+    void scrollBar_aClickOnTheTrackReadsOnce()
+    {
+        Scene s;
+        auto w = s.open();
+        w->show();
+        QVERIFY(QTest::qWaitForWindowExposed(w.get()));
+        s.clear();
+        const QPoint track = scrollBarPart(w->HScroll1, QStyle::SC_ScrollBarAddPage).center();
+        QTest::mouseClick(w->HScroll1, Qt::LeftButton, Qt::NoModifier, track);
+        QCOMPARE(s.writes(), QStringList{"0B 00 00 04 10"});  // one page of 10 from channel 1
     }
 
     void doubleClick_onTheSelectedRow_recallsAtOnceAndFollows()
