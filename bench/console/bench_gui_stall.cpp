@@ -34,6 +34,7 @@ public:
     void clearTxEdspOptions() override {}
     void statusDecoded(const StatusView&) override { ++decodes; }
     int navigatorWidthTwips() override { return 3000; }
+    bool confirmCloseAll() override { return true; }
     void closeAll() override {}
     int decodes = 0;
 };

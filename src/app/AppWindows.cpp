@@ -28,7 +28,7 @@ void AppWindows::bringUp(QWidget* w)
 Mem_Frm& AppWindows::memory()
 {
     if (!memory_) {
-        memory_ = new Mem_Frm(*host_, nullptr);
+        memory_ = new Mem_Frm(*host_, memoryDialogs_);
         // Closing unloads it: the next "M-List" reads the radio's channel again, as on a first opening.
         memory_->setAttribute(Qt::WA_DeleteOnClose);
     }
@@ -117,6 +117,11 @@ void AppWindows::statusDecoded(const StatusView& view)
 int AppWindows::navigatorWidthTwips()
 {
     return navigator().widthTwips();
+}
+
+bool AppWindows::confirmCloseAll()
+{
+    return !memory_ || memory_->confirmStopUpload();
 }
 
 void AppWindows::closeAll()

@@ -10,6 +10,7 @@
 class ConsoleHost;
 class Frm_Filt;
 class Mem_Frm;
+class MemoryDialogs;
 class frmAbout;
 class frmOptions;
 class frm_Navig;
@@ -33,7 +34,10 @@ public:
     void clearTxEdspOptions() override;
     void statusDecoded(const StatusView& view) override;
     int navigatorWidthTwips() override;
+    bool confirmCloseAll() override;
     void closeAll() override;
+    // The memory window's questions to the operator; message boxes when not set (tests answer them).
+    void setMemoryDialogs(MemoryDialogs* dialogs) { memoryDialogs_ = dialogs; }
 
 private:
     Mem_Frm& memory();
@@ -43,6 +47,7 @@ private:
     static void bringUp(QWidget* w);
 
     ConsoleHost* host_ = nullptr;
+    MemoryDialogs* memoryDialogs_ = nullptr;
     QPointer<Mem_Frm> memory_;
     QPointer<frm_Navig> navigator_;
     QPointer<frmOptions> edsp_;

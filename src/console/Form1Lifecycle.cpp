@@ -157,6 +157,11 @@ void Form1::showConfigScrn(bool modal)
 
 void Form1::closeEvent(QCloseEvent* event)
 {
+    // An upload into the radio's memory is not cut short without the operator's word.
+    if (!windows_.confirmCloseAll()) {
+        event->ignore();
+        return;
+    }
     // Form_QueryUnload: close the port, save the placement and the transmit permission, end.
     emit aboutToClose();
     setPollEnabled(false);

@@ -264,7 +264,10 @@ QWidget* Mem_Frm::dialogParent()
 
 void Mem_Frm::closeEvent(QCloseEvent* event)
 {
-    cancelUpload();
+    if (!mayCloseNow()) {
+        event->ignore();
+        return;
+    }
     readoutTimer_->stop();
     WindowPlacement::save(this, host_.settings(), Section, TopKey, LeftKey);
     host_.settings().setValue(Section, PathKey, currentFile_);

@@ -52,6 +52,8 @@ inline const QString GridTip = QStringLiteral("Double Click on a channel to acti
 inline const QString MaskCaption = QStringLiteral("Mask");
 inline const QString UnmaskCaption = QStringLiteral("Un-Mask");
 inline const QString ErrorTitle = QStringLiteral("Error");
+inline const QString StopUploadText = QStringLiteral("Stop the upload? The radio's memory will be partly written.");
+inline const QString UploadStoppedTitle = QStringLiteral("Upload stopped");
 }  // namespace MemoryWindow
 
 // Main window indicators the memory window looks at.
@@ -80,6 +82,10 @@ public:
     void ReadMemory(int mode);
     void Bouton_Click(int index);
     void UploadMemory();
+    // Asked before anything closes this window, or the program, while an upload runs: true when no
+    // upload runs or the operator chose to stop it (it stops after the channel being written, and a
+    // message names the last channel written); false when the operator lets it go on.
+    bool confirmStopUpload();
     void cancelUpload();
 
     // Window state.
@@ -136,7 +142,9 @@ private:
     void enableSaveMenu();
     void setRadioKeysEnabled(bool on);
     void readoutTick();
-    void finishUpload(const UploadResult& result);
+    struct UploadRun;
+    void finishUpload(const std::shared_ptr<UploadRun>& run);
+    bool mayCloseNow();  // false: the window stays (for now) because of an upload
     QWidget* dialogParent();
 
     // Posts a job whose results come back to this window (dropped once it is gone).
@@ -152,7 +160,11 @@ private:
     bool uploading_ = false;
     bool readingAll_ = false;
     bool mouseDriven_[2] = {false, false};
-    std::shared_ptr<std::atomic<bool>> cancel_;
+    // What a close asked for during an upload happens once the upload has stopped.
+    enum class AfterUpload { Stay, PressClose, Close };
+    std::shared_ptr<UploadRun> run_;
+    bool stopConfirmed_ = false;
+    AfterUpload afterUpload_ = AfterUpload::Stay;
     QTimer* readoutTimer_ = nullptr;
     QElapsedTimer readoutClock_;
 };

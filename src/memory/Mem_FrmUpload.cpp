@@ -2,6 +2,7 @@
 #include "Mem_Frm.h"
 
 #include "CatPort.h"
+#include "ChannelNames.h"
 #include "ConsoleHost.h"
 #include "MemoryDialogs.h"
 #include "MemoryPanel.h"
@@ -11,16 +12,47 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollBar>
+#include <utility>
 
 namespace {
 using namespace MemoryWindow;
+
+QString stoppedText(int lastWritten)
+{
+    if (lastWritten < 1)
+        return QStringLiteral("The upload stopped before channel 1 was written; the radio's memory is as it was.");
+    return QStringLiteral(
+               "The upload stopped after channel %1 (%2): channels 1 to %1 were written, the others "
+               "keep what the radio held.")
+        .arg(lastWritten)
+        .arg(gridChannelName(lastWritten).trimmed());
+}
 }  // namespace
+
+// One upload as the link thread runs it: the window asks it to stop, the link tells how far it got.
+// Shared, so that a window closing while the program ends can still tell the operator where the
+// upload stopped.
+struct Mem_Frm::UploadRun {
+    std::atomic<bool> cancel{false};
+    std::atomic<bool> finished{false};
+    UploadResult result;  // complete once finished is set
+};
 
 void Mem_Frm::Bouton_Click(int index)
 {
     const int channel = HScroll1->value();
     switch (index) {
         case MemoryKey::Close: {
+            // An upload is not cut short without the operator's word; stopped, the key does its work
+            // once the link has ended the upload.
+            if (uploading_) {
+                if (!confirmStopUpload())
+                    break;
+                if (uploading_) {
+                    afterUpload_ = AfterUpload::PressClose;
+                    break;
+                }
+            }
             const int start = StartChannel;
             if (MemState == 0) {
                 // Put the radio's memory pointer back where it was, then back to the VFO.
@@ -95,16 +127,18 @@ void Mem_Frm::UploadMemory()
     Progress->setValue(0);
     Progress->setVisible(true);
     setRadioKeysEnabled(false);
-    cancel_ = std::make_shared<std::atomic<bool>>(false);
+    stopConfirmed_ = false;
+    afterUpload_ = AfterUpload::Stay;
+    run_ = std::make_shared<UploadRun>();
 
     QPointer<Mem_Frm> self(this);
     RadioLink* link = &host_.link();
     ConsoleHost* host = &host_;
     QWidget* hostWindow = host_.window();
     const QString path = currentFile_;
-    const std::shared_ptr<std::atomic<bool>> cancel = cancel_;
-    link->post([link, self, host, hostWindow, path, cancel](CatPort& port) {
-        const UploadResult result = ::UploadMemory(
+    const std::shared_ptr<UploadRun> run = run_;
+    link->post([link, self, host, hostWindow, path, run](CatPort& port) {
+        run->result = ::UploadMemory(
             port, path,
             [link, self](int percent, int) {
                 link->deliver(self.data(), [self, percent] {
@@ -112,30 +146,81 @@ void Mem_Frm::UploadMemory()
                         self->Progress->setValue(percent);
                 });
             },
-            cancel.get());
+            &run->cancel);
+        run->finished = true;
         // The poll comes back even when this window is gone by now.
         link->deliver(hostWindow, [host] { host->setPollEnabled(true); });
-        link->deliver(self.data(), [self, result] {
+        link->deliver(self.data(), [self, run] {
             if (self)
-                self->finishUpload(result);
+                self->finishUpload(run);
         });
     });
 }
 
-void Mem_Frm::finishUpload(const UploadResult& result)
+void Mem_Frm::finishUpload(const std::shared_ptr<UploadRun>& run)
 {
+    // Told once: the close that waited for it may have told it already.
+    if (!uploading_ || run != run_)
+        return;
+    const UploadResult& result = run->result;
     uploading_ = false;
     Progress->setVisible(readingAll_);
     setRadioKeysEnabled(true);
     if (!result.fileError.isEmpty()) {
-        dialogs_->error(this, ErrorTitle,
+        dialogs_->error(dialogParent(), ErrorTitle,
                         QStringLiteral("Could not read the memory file \"%1\".\n%2\nNo channel was written.")
                             .arg(currentFile_, result.fileError));
+    } else if (stopConfirmed_) {
+        dialogs_->inform(dialogParent(), UploadStoppedTitle, stoppedText(result.channelsWritten));
     }
+    stopConfirmed_ = false;
+    switch (std::exchange(afterUpload_, AfterUpload::Stay)) {
+        case AfterUpload::PressClose:
+            Bouton_Click(MemoryKey::Close);
+            break;
+        case AfterUpload::Close:
+            close();
+            break;
+        case AfterUpload::Stay:
+            break;
+    }
+}
+
+bool Mem_Frm::confirmStopUpload()
+{
+    if (!uploading_ || stopConfirmed_)
+        return true;
+    if (!dialogs_->ask(dialogParent(), Caption, StopUploadText))
+        return false;
+    // The upload may have ended while the question was open.
+    if (uploading_) {
+        stopConfirmed_ = true;
+        cancelUpload();
+    }
+    return true;
+}
+
+bool Mem_Frm::mayCloseNow()
+{
+    if (!uploading_)
+        return true;
+    if (!confirmStopUpload())
+        return false;
+    if (uploading_ && !run_->finished.load()) {
+        // The window goes once the link has ended the upload after the channel being written.
+        if (afterUpload_ == AfterUpload::Stay)
+            afterUpload_ = AfterUpload::Close;
+        return false;
+    }
+    // The link has ended it already (the program is closing and waited for the link): the operator
+    // is told now, before the window goes.
+    afterUpload_ = AfterUpload::Stay;
+    finishUpload(run_);
+    return true;
 }
 
 void Mem_Frm::cancelUpload()
 {
-    if (cancel_)
-        cancel_->store(true);
+    if (run_)
+        run_->cancel.store(true);
 }

@@ -14,6 +14,17 @@ void QtMemoryDialogs::error(QWidget* parent, const QString& title, const QString
     QMessageBox::warning(parent, title, text);
 }
 
+bool QtMemoryDialogs::ask(QWidget* parent, const QString& title, const QString& text)
+{
+    return QMessageBox::question(parent, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
+           QMessageBox::Yes;
+}
+
+void QtMemoryDialogs::inform(QWidget* parent, const QString& title, const QString& text)
+{
+    QMessageBox::information(parent, title, text);
+}
+
 std::optional<QString> QtMemoryDialogs::chooseFile(QWidget* parent, const FileDialogRequest& request)
 {
     QFileDialog dialog(parent, request.title);

@@ -24,6 +24,9 @@ public:
     // OK (true) or Cancel.
     virtual bool confirm(QWidget* parent, const QString& title, const QString& text) = 0;
     virtual void error(QWidget* parent, const QString& title, const QString& text) = 0;
+    // Yes (true) or No; No is the default answer.
+    virtual bool ask(QWidget* parent, const QString& title, const QString& text) = 0;
+    virtual void inform(QWidget* parent, const QString& title, const QString& text) = 0;
     // The chosen file, nothing on cancel.
     virtual std::optional<QString> chooseFile(QWidget* parent, const FileDialogRequest& request) = 0;
 };
@@ -33,6 +36,8 @@ class QtMemoryDialogs final : public MemoryDialogs {
 public:
     bool confirm(QWidget* parent, const QString& title, const QString& text) override;
     void error(QWidget* parent, const QString& title, const QString& text) override;
+    bool ask(QWidget* parent, const QString& title, const QString& text) override;
+    void inform(QWidget* parent, const QString& title, const QString& text) override;
     std::optional<QString> chooseFile(QWidget* parent, const FileDialogRequest& request) override;
 };
 

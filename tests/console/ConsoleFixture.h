@@ -35,9 +35,15 @@ public:
     void clearTxEdspOptions() override { calls << QStringLiteral("clearTxEdspOptions"); }
     void statusDecoded(const StatusView&) override { ++decodes; }
     int navigatorWidthTwips() override { return 2000; }
+    bool confirmCloseAll() override
+    {
+        calls << QStringLiteral("confirmCloseAll");
+        return mayClose;
+    }
     void closeAll() override { calls << QStringLiteral("closeAll"); }
 
     QStringList calls;
+    bool mayClose = true;
     QSet<int> selected;
     int decodes = 0;
 };

@@ -187,6 +187,28 @@ private slots:
         QVERIFY(f.windows.calls.contains(QStringLiteral("closeAll")));
     }
 
+    void closingIsRefusedWhileTheOperatorLetsAnUploadGoOn()
+    {
+        StartFixture f(portOne());
+        f.start();
+        f.form->show();
+        f.form->move(30, 45);
+        f.windows.mayClose = false;
+        QVERIFY(!f.form->close());
+        QVERIFY(f.form->isVisible());
+        QVERIFY(f.port->isOpen());
+        QVERIFY(!f.store.values.contains("Startup/Top"));
+        QVERIFY(!f.windows.calls.contains(QStringLiteral("closeAll")));
+        QVERIFY(f.form->pollEnabled());
+        // Asked again, the operator lets it close.
+        f.windows.mayClose = true;
+        QVERIFY(f.form->close());
+        QVERIFY(!f.port->isOpen());
+        QCOMPARE(f.windows.calls.filter(QStringLiteral("confirmCloseAll")).size(), 2);
+        QVERIFY(f.windows.calls.indexOf(QStringLiteral("confirmCloseAll")) <
+                f.windows.calls.indexOf(QStringLiteral("closeAll")));
+    }
+
     void closingOffScreenKeepsThePreviousPosition()
     {
         StartFixture f(portOne());

@@ -17,6 +17,12 @@ public:
         return confirmAnswer;
     }
     void error(QWidget*, const QString& title, const QString& text) override { errors.append({title, text}); }
+    bool ask(QWidget*, const QString& title, const QString& text) override
+    {
+        questions.append({title, text});
+        return yesAnswer;
+    }
+    void inform(QWidget*, const QString& title, const QString& text) override { notes.append({title, text}); }
     std::optional<QString> chooseFile(QWidget*, const FileDialogRequest& request) override
     {
         requests.append(request);
@@ -24,8 +30,11 @@ public:
     }
 
     bool confirmAnswer = true;
+    bool yesAnswer = false;
     std::optional<QString> fileAnswer;  // nothing: the operator cancels
     QList<Message> confirmations;
     QList<Message> errors;
+    QList<Message> questions;
+    QList<Message> notes;
     QList<FileDialogRequest> requests;
 };

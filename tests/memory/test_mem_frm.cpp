@@ -128,6 +128,27 @@ QList<int> dragThumb(QScrollBar* bar, int to)
     return passed;
 }
 
+// While channel `channel` is written into the radio, closes the window: with the title bar's close box
+// ("box"), the "&Close" key ("key") or the menu's "Close" ("menu").
+void closeWhileWriting(Scene& s, Mem_Frm& w, int channel, const QString& how)
+{
+    const QByteArray write = QByteArray::fromHex("000000") + char(channel) + char(0x03);
+    auto done = std::make_shared<bool>(false);
+    const auto answer = s.host.port->responder;
+    s.host.port->responder = [&w, write, how, done, answer](const QByteArray& c) {
+        if (!*done && c == write) {
+            *done = true;
+            if (how == QStringLiteral("box"))
+                w.close();
+            else if (how == QStringLiteral("key"))
+                w.Bouton[0]->click();
+            else
+                w.mnu_file[5]->trigger();
+        }
+        return answer(c);
+    };
+}
+
 const QColor masked = fromBgr(0x0040C0);
 const QColor unmasked = fromBgr(0x80C0FF);
 }  // namespace
@@ -829,6 +850,129 @@ private slots:
         QCOMPARE(s.dialogs.errors.size(), 1);
         QVERIFY(s.dialogs.errors[0].text.contains(QStringLiteral("folder.ymp")));
         QCOMPARE(s.host.pollChanges, (QList<bool>{false, true}));
+    }
+
+    // --- Closing during an upload ---
+
+    void closingDuringUpload_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::newRow("close box") << QStringLiteral("box");
+        QTest::newRow("Close key") << QStringLiteral("key");
+        QTest::newRow("Close menu") << QStringLiteral("menu");
+    }
+
+    void closingDuringUpload_no_letsTheUploadGoOn_data() { closingDuringUpload_data(); }
+    void closingDuringUpload_no_letsTheUploadGoOn()
+    {
+        QFETCH(QString, how);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("golden.ymp"));
+        QVERIFY(writeFile(path, Golden::file()));
+        Scene s;
+        s.host.visible[8] = true;
+        auto w = s.open();
+        w->setCurrentFile(path);
+        w->show();
+        w->Bouton[4]->click();
+        s.clear();
+        s.dialogs.yesAnswer = false;
+        closeWhileWriting(s, *w, 20, how);
+        w->Bouton[5]->click();
+        QCOMPARE(s.dialogs.questions.size(), 1);
+        QCOMPARE(s.dialogs.questions[0].title, QStringLiteral("FT-1000 Memory"));
+        QCOMPARE(s.dialogs.questions[0].text,
+                 QStringLiteral("Stop the upload? The radio's memory will be partly written."));
+        // Every channel is written, then back to the VFO; the close sent nothing of its own.
+        const QStringList writes = s.writes();
+        QVERIFY(writes.contains(QStringLiteral("00 00 00 6C 03")));
+        QCOMPARE(writes.last(), QStringLiteral("00 00 00 00 05"));
+        QCOMPARE(writes.count(QStringLiteral("00 00 00 00 05")), 1);
+        QVERIFY(w->isVisible());
+        QVERIFY(!w->uploading());
+        QVERIFY(s.dialogs.notes.isEmpty());
+        QCOMPARE(s.host.pollChanges, (QList<bool>{false, true}));
+    }
+
+    void closingDuringUpload_yes_stopsAfterTheChannelAndNamesIt_data() { closingDuringUpload_data(); }
+    void closingDuringUpload_yes_stopsAfterTheChannelAndNamesIt()
+    {
+        QFETCH(QString, how);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("golden.ymp"));
+        QVERIFY(writeFile(path, Golden::file()));
+        Scene s;
+        s.radioChannel = 17;
+        s.host.visible[8] = true;  // the radio is on a VFO: the Close key puts channel 17 back
+        auto w = s.open();
+        w->setCurrentFile(path);
+        w->show();
+        w->Bouton[4]->click();
+        s.clear();
+        s.dialogs.yesAnswer = true;
+        closeWhileWriting(s, *w, 10, how);
+        w->Bouton[5]->click();
+        QCOMPARE(s.dialogs.questions.size(), 1);
+        QStringList writes = s.writes();
+        // Channel 10 is written whole (golden channel 10: LSB, 7 025.00 kHz), channel 11 not at all.
+        const qsizetype at = writes.indexOf(QStringLiteral("00 00 00 0A 03"));
+        QVERIFY(at > 0);
+        QCOMPARE(writes.mid(at - 2, 3), (QStringList{"00 00 00 00 0C", "00 25 70 00 0A", "00 00 00 0A 03"}));
+        QVERIFY(!writes.contains(QStringLiteral("00 00 00 0B 03")));
+        QCOMPARE(writes[at + 1], QStringLiteral("00 00 00 00 05"));  // the upload's way back to the VFO
+        // The Close key (and its menu item) still does its own work once the upload has stopped.
+        const QStringList closing = writes.mid(at + 2);
+        if (how == QStringLiteral("box"))
+            QVERIFY(closing.isEmpty());
+        else
+            QCOMPARE(closing, (QStringList{"00 00 00 11 02", "00 00 00 00 05"}));
+        QCOMPARE(s.dialogs.notes.size(), 1);
+        QCOMPARE(s.dialogs.notes[0].title, QStringLiteral("Upload stopped"));
+        QCOMPARE(s.dialogs.notes[0].text,
+                 QStringLiteral("The upload stopped after channel 10 (Chan 10): channels 1 to 10 were written, the "
+                                "others keep what the radio held."));
+        QVERIFY(!w->isVisible());
+        QVERIFY(!w->uploading());
+        QCOMPARE(s.host.store.value("Startup", "MemPath"), path);
+        QCOMPARE(s.host.pollChanges, (QList<bool>{false, true}));
+    }
+
+    void closingDuringUpload_yesBeforeTheFirstChannel_saysNothingWasWritten()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("golden.ymp"));
+        QVERIFY(writeFile(path, Golden::file()));
+        Scene s;
+        auto w = s.open();
+        w->setCurrentFile(path);
+        w->show();
+        w->Bouton[4]->click();
+        s.dialogs.yesAnswer = true;
+        // The close comes while the clarifier is cleared, before channel 1.
+        bool asked = false;
+        s.host.port->responder = [&, w = w.get()](const QByteArray& c) {
+            if (!asked && c == QByteArray::fromHex("00000000 09")) {
+                asked = true;
+                w->close();
+            }
+            return QByteArray();
+        };
+        w->Bouton[5]->click();
+        QVERIFY(asked);
+        QCOMPARE(s.dialogs.notes.size(), 1);
+        // The upload looks for a stop between channels, so channel 1 is written whole.
+        QVERIFY(s.dialogs.notes[0].text.startsWith(QStringLiteral("The upload stopped after channel 1 ")));
+        QVERIFY(!w->isVisible());
+    }
+
+    void closingWithoutUpload_asksNothing()
+    {
+        Scene s;
+        auto w = s.open();
+        w->show();
+        w->close();
+        QVERIFY(s.dialogs.questions.isEmpty());
+        QVERIFY(!w->isVisible());
     }
 
     // --- Files ---
