@@ -62,26 +62,34 @@ bool MemFile::save(const QString& path, const QList<MemoryRow>& rows, QString* e
         tail = old.readAll();
     }
 
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        if (error)
-            *error = file.errorString();
-        return false;
-    }
+    // Every row is turned into its record before the file is touched, so a row that cannot be written
+    // leaves the old file as it was, whichever way the file is then written.
+    QByteArray bytes;
+    bytes.reserve(CompleteSize + tail.size());
     for (int channel = 1; channel <= Records; ++channel) {
         const MemoryRow row = channel <= rows.size() ? rows[channel - 1] : MemoryRow{};
         QString reason;
         const std::optional<MemRecord> record = recordFromRow(row, &reason);
         if (!record) {
-            file.cancelWriting();
             if (error)
                 *error = rowError(channel, reason);
             return false;
         }
-        if (file.write(record->encode()) != MemRecord::Size)
-            break;  // the error is reported by commit()
+        bytes += record->encode();
     }
-    file.write(tail);
+    bytes += tail;
+
+    QSaveFile file(path);
+    // The default file lies in the program's own folder, which an operator may not be allowed to
+    // write to while the file itself may be written: there the records are written into the file in
+    // place, since no temporary file can be made beside it. Everywhere else the save stays atomic.
+    file.setDirectWriteFallback(true);
+    if (!file.open(QIODevice::WriteOnly)) {
+        if (error)
+            *error = file.errorString();
+        return false;
+    }
+    file.write(bytes);  // a failure shows in flush() or commit()
     // Flushed here, not left to commit(): a write that fails while the last buffer goes out (a full
     // disk) is not seen by commit(), which would then put the cut-short file in place of the old one.
     if (!file.flush()) {

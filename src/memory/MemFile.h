@@ -5,10 +5,11 @@
 // any bytes are shown as they are. A missing file loads as an empty one.
 //
 // Saving is atomic: the records go to a temporary file beside the target, which replaces it only once
-// every record is written. When a row cannot be written (a frequency or clarifier cell that is not a
-// number) the save stops there with an error naming the row, and the old file stays exactly as it was
-// rather than keeping the records written before the bad row. Bytes an old file had beyond record
-// 113 are carried over.
+// every record is written. Only where the folder cannot be written but the file can (the default
+// file in the program's own folder) is the file written in place. When a row cannot be written (a
+// frequency or clarifier cell that is not a number) the save stops with an error naming the row, and
+// the old file stays exactly as it was rather than keeping the records written before the bad row.
+// Bytes an old file had beyond record 113 are carried over.
 
 #include "MemRecord.h"
 #include "MemoryTableModel.h"
