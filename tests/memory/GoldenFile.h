@@ -7,33 +7,24 @@
 
 namespace Golden {
 
-// Single-precision little-endian bytes of the few numbers used.
-inline QByteArray f(double value)
-{
-    if (value == 1415770.0)
-        return QByteArray::fromHex("d0d2ac49");
-    if (value == 702500.0)
-        return QByteArray::fromHex("40822b49");
-    if (value == 2800000.0)
-        return QByteArray::fromHex("00e62a4a");
-    if (value == -74.0)
-        return QByteArray::fromHex("000094c2");
-    if (value == 54.0)
-        return QByteArray::fromHex("00005842");
-    if (value == -2048.0)
-        return QByteArray::fromHex("000000c5");
-    return QByteArray::fromHex("00000000");
-}
+// Single-precision little-endian bytes of the numbers used, in units of 10 Hz.
+inline const QByteArray F14157_70 = QByteArray::fromHex("d0d2ac49");   // 1415770.0
+inline const QByteArray F7025_00 = QByteArray::fromHex("40822b49");    // 702500.0
+inline const QByteArray F28000_00 = QByteArray::fromHex("00e62a4a");   // 2800000.0
+inline const QByteArray Minus0_74 = QByteArray::fromHex("000094c2");   // -74.0
+inline const QByteArray Plus0_54 = QByteArray::fromHex("00005842");    // 54.0
+inline const QByteArray Minus20_48 = QByteArray::fromHex("000000c5");  // -2048.0
+inline const QByteArray Zero = QByteArray::fromHex("00000000");
 
 inline QByteArray pad(const QByteArray& text, int width)
 {
     return text.leftJustified(width, ' ', true);
 }
 
-inline QByteArray record(const QByteArray& chan, double freq, const QByteArray& mode, double clar,
+inline QByteArray record(const QByteArray& chan, const QByteArray& freq, const QByteArray& mode, const QByteArray& clar,
                          const QByteArray& ant, char mde, bool maskedMinusOne, bool maskedOne = false)
 {
-    QByteArray r = pad(chan, 8) + f(freq) + pad(mode, 7) + f(clar) + pad(ant, 2);
+    QByteArray r = pad(chan, 8) + freq + pad(mode, 7) + clar + pad(ant, 2);
     r += mde;
     r += char(0);
     r += maskedMinusOne ? QByteArray::fromHex("ffff") : maskedOne ? QByteArray::fromHex("0100") : QByteArray(2, '\0');
@@ -43,16 +34,16 @@ inline QByteArray record(const QByteArray& chan, double freq, const QByteArray& 
 inline QByteArray file()
 {
     QByteArray b;
-    b += record(" Chan 1", 1415770.0, "USB", 0, "A", 1, false);
-    b += record(" Chan 2", 702500.0, "CW R", -74.0, "B", 3, true);
-    b += record(" Chan 3", 2800000.0, "AM Sync", 54.0, "Rx", 5, false, /*maskedOne=*/true);
+    b += record(" Chan 1", F14157_70, "USB", Zero, "A", 1, false);
+    b += record(" Chan 2", F7025_00, "CW R", Minus0_74, "B", 3, true);
+    b += record(" Chan 3", F28000_00, "AM Sync", Plus0_54, "Rx", 5, false, /*maskedOne=*/true);
     for (int n = 4; n <= 99; ++n)
-        b += record(" Chan " + QByteArray::number(n), 702500.0, "LSB", 0, "A", 0, false);
-    b += record(" P 1", 1415770.0, "DataUSR", -2048.0, "A", 1, true);
+        b += record(" Chan " + QByteArray::number(n), F7025_00, "LSB", Zero, "A", 0, false);
+    b += record(" P 1", F14157_70, "DataUSR", Minus20_48, "A", 1, true);
     for (int n = 2; n <= 9; ++n)
-        b += record(" P " + QByteArray::number(n), 2800000.0, "FM", 0, "B", 6, false);
+        b += record(" P " + QByteArray::number(n), F28000_00, "FM", Zero, "B", 6, false);
     for (int n = 1; n <= 5; ++n)
-        b += record(" QMB " + QByteArray::number(n), 0, "", 0, "", 0, false);
+        b += record(" QMB " + QByteArray::number(n), Zero, "", Zero, "", 0, false);
     return b;
 }
 

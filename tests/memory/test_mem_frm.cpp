@@ -327,8 +327,9 @@ private slots:
         w->move(Twips::toPixels(900), Twips::toPixels(1800));
         w->setCurrentFile(QStringLiteral("/tmp/x.ymp"));
         w->close();
-        QCOMPARE(s.host.store.value("Startup", "MemTop"), QString::number(WindowPlacement::topTwips(w.get())));
-        QCOMPARE(s.host.store.value("Startup", "MemLeft"), QString::number(WindowPlacement::leftTwips(w.get())));
+        // In twips, as the settings keep them (15 twips a pixel on the test screen's 96 dots an inch).
+        QCOMPARE(s.host.store.value("Startup", "MemTop"), QStringLiteral("1800"));
+        QCOMPARE(s.host.store.value("Startup", "MemLeft"), QStringLiteral("900"));
         QCOMPARE(s.host.store.value("Startup", "MemPath"), QStringLiteral("/tmp/x.ymp"));
     }
 
@@ -619,14 +620,27 @@ private slots:
     void getMem_emptyReplyLeavesTheTableUntouchedAndShowsNoLink()
     {
         Scene s;
+        s.radioChannel = 12;
         auto w = s.open();
         w->Bouton[4]->click();
         const QList<MemoryRow> before = w->table().rows();
+        // A radio that answers the single read but not the full read-out: what the read-out itself
+        // shows is seen when the single read that follows it goes out.
         s.fullReply.clear();
-        s.silent = true;
+        QString shownByTheReadout;
+        const auto answer = s.host.port->responder;
+        s.host.port->responder = [&](const QByteArray& c) {
+            if (c == QByteArray::fromHex("0C00000410"))
+                shownByTheReadout = w->Label1[1]->text();
+            return answer(c);
+        };
+        s.clear();
         w->Bouton[4]->click();
+        QCOMPARE(s.writes(), (QStringList{"00 00 00 00 10", "0C 00 00 04 10"}));
+        QCOMPARE(shownByTheReadout, QStringLiteral("No Link  "));
         QCOMPARE(w->table().rows(), before);
-        QCOMPARE(w->Label1[1]->text(), QStringLiteral("No Link  "));
+        // The single read answered: sample(12), 3 281.40 kHz.
+        QCOMPARE(w->Label1[1]->text(), QStringLiteral("3,281.40 "));
     }
 
     void getMem_replyEndingInsideARecordFillsTheCompleteOnes()

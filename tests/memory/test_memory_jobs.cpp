@@ -4,7 +4,6 @@
 #include "FakeSerialPort.h"
 #include "MemFile.h"
 #include "MemoryJobs.h"
-#include "Procedures.h"
 
 #include <QDir>
 #include <QFile>
@@ -23,18 +22,36 @@ struct Wire {
     }
 };
 
-// A file for the upload: channel i on (1 000 000 + 137 i) x 10 Hz, a mode code that changes with i,
-// only record 5 masked.
+// The records of the upload file, channel i taking line i % 7, with the frames the radio must get for
+// them: the mode code as P4 of instruction 0C, the frequency in 10 Hz as packed BCD, least
+// significant pair first, to VFO-A (instruction 0A).
+struct UploadLine {
+    qint64 tenHz;
+    int mde;
+    const char* modeFrame;
+    const char* freqFrame;
+};
+const UploadLine uploadLines[] = {
+    {1013825, 9, "00 00 00 09 0C", "25 38 01 01 0A"},   // 10 138.25 kHz RTTY R
+    {1415770, 1, "00 00 00 01 0C", "70 57 41 01 0A"},   // 14 157.70 kHz USB
+    {705000, 0, "00 00 00 00 0C", "00 50 70 00 0A"},    //  7 050.00 kHz LSB
+    {2800000, 6, "00 00 00 06 0C", "00 00 80 02 0A"},   // 28 000.00 kHz FM
+    {180050, 2, "00 00 00 02 0C", "50 00 18 00 0A"},    //  1 800.50 kHz CW
+    {3000, 4, "00 00 00 04 0C", "00 30 00 00 0A"},      //     30.00 kHz AM
+    {2999999, 11, "00 00 00 0B 0C", "99 99 99 02 0A"},  // 29 999.99 kHz PKT FM
+};
+
+// Only record 5 is masked; clarifier and antenna are never sent.
 MemRecord uploadRecord(int i)
 {
-    static const int codes[] = {0, 1, 2, 3, 4, 5, 6, 8, 9, 10, 11};
+    const UploadLine& line = uploadLines[i % 7];
     MemRecord r;
     r.chan = fixedText(QStringLiteral(" Chan %1").arg(i), 8);
-    r.freq = float(1000000 + 137 * i);
+    r.freq = float(line.tenHz);
     r.mode = fixedText(QStringLiteral("X"), 7);
-    r.clar = 123.0f;  // never sent
-    r.ant = "B ";     // never sent
-    r.mde = qint16(codes[i % 11]);
+    r.clar = 123.0f;
+    r.ant = "B ";
+    r.mde = qint16(line.mde);
     r.masked = i == 5 ? -1 : 0;
     return r;
 }
@@ -147,9 +164,9 @@ private slots:
         QStringList expected{"write 00 00 00 01 02", "write 00 00 00 00 09", "write 00 00 00 80 09",
                              "write 00 00 00 FF 09"};
         for (int i = 1; i <= 108; ++i) {
-            const MemRecord rec = uploadRecord(i);
-            expected << QStringLiteral("write 00 00 00 %1 0C").arg(hex2(rec.mde)) << QStringLiteral("sleep 50")
-                     << QStringLiteral("write ") + setFreqCommand(qint64(rec.freq), 1).hex()
+            const UploadLine& line = uploadLines[i % 7];
+            expected << QStringLiteral("write ") + QLatin1String(line.modeFrame) << QStringLiteral("sleep 50")
+                     << QStringLiteral("write ") + QLatin1String(line.freqFrame)
                      << QStringLiteral("write 00 00 00 %1 03").arg(hex2(i)) << QStringLiteral("sleep 50");
             if (i == 5)
                 expected << QStringLiteral("write 00 00 01 05 03") << QStringLiteral("sleep 50");
@@ -174,10 +191,11 @@ private slots:
         const QStringList writes = w.serial.writtenHex();
         // 4 opening commands, then 3 per channel for channels 1-4.
         const int at = 4 + 4 * 3;
-        // Record 5: mode code 5, frequency 1 000 685 x 10 Hz.
+        // Record 5: AM (mode code 4), 30.00 kHz.
         QCOMPARE(writes.mid(at, 4),
-                 (QStringList{"00 00 00 05 0C", "85 06 00 01 0A", "00 00 00 05 03", "00 00 01 05 03"}));
-        QCOMPARE(writes[at + 4], QStringLiteral("00 00 00 06 0C"));  // channel 6 follows, unmasked
+                 (QStringList{"00 00 00 04 0C", "00 30 00 00 0A", "00 00 00 05 03", "00 00 01 05 03"}));
+        // Channel 6 follows, unmasked: PKT FM, 29 999.99 kHz.
+        QCOMPARE(writes.mid(at + 4, 3), (QStringList{"00 00 00 0B 0C", "99 99 99 02 0A", "00 00 00 06 03"}));
     }
 
     void upload_neverWritesTheQuickMemoryRecords()
