@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what the build and the tests need from Debian's packages, when it is missing.
 set -euo pipefail
-packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libqt6serialport6-dev)
+# librsvg2-bin renders the icon to PNG at build time.
+packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libqt6serialport6-dev librsvg2-bin)
 packages+=("$@")
 missing=()
 for p in "${packages[@]}"; do

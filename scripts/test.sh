@@ -5,8 +5,11 @@
 # sanitizer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-# clang for the fuzz targets; hamlib's rigctl client drives the network server in its integration test.
-bash scripts/setup.sh clang libclang-rt-14-dev libhamlib-utils
+# clang for the fuzz targets; hamlib's rigctl client drives the network server in its integration test;
+# the desktop checks validate the menu entry, the AppStream file and the manual pages with the
+# platform's own tools and build the Debian package (dpkg-shlibdeps finds its dependencies).
+bash scripts/setup.sh clang libclang-rt-14-dev libhamlib-utils desktop-file-utils appstream man-db groff-base \
+    dpkg-dev
 jobs=2
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
 cmake --build build --parallel $jobs

@@ -1,6 +1,7 @@
 #include "frmAbout.h"
 
 #include "AboutText.h"
+#include "AppIcon.h"
 
 #include <QFont>
 #include <QFrame>
@@ -11,6 +12,7 @@
 
 namespace {
 constexpr int TextWidthPx = 340;
+constexpr int IconPx = 64;
 
 QLabel* label(const QString& text, const QString& name)
 {
@@ -27,6 +29,10 @@ frmAbout::frmAbout(const QString& title, QWidget* parent) : QDialog(parent)
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(AboutText::caption(title));
 
+    lblIcon = new QLabel;
+    lblIcon->setObjectName(QStringLiteral("lblIcon"));
+    lblIcon->setPixmap(appIcon().pixmap(IconPx, IconPx));
+    lblIcon->setAccessibleName(title);
     lblTitle = label(title, QStringLiteral("lblTitle"));
     QFont big = lblTitle->font();
     big.setPointSizeF(big.pointSizeF() * 1.5);
@@ -50,9 +56,16 @@ frmAbout::frmAbout(const QString& title, QWidget* parent) : QDialog(parent)
     buttons->addStretch(1);
     buttons->addWidget(cmdOK);
 
+    auto* heading = new QVBoxLayout;
+    heading->addWidget(lblTitle);
+    heading->addWidget(lblVersion);
+    auto* top = new QHBoxLayout;
+    top->addWidget(lblIcon, 0, Qt::AlignTop);
+    top->addSpacing(8);
+    top->addLayout(heading, 1);
+
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(lblTitle);
-    layout->addWidget(lblVersion);
+    layout->addLayout(top);
     layout->addSpacing(8);
     layout->addWidget(lblDescription);
     layout->addSpacing(8);

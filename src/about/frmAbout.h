@@ -1,5 +1,5 @@
 #pragma once
-// The About box: title, version, description. OK closes (and unloads) it.
+// The About box: the program's icon, title, version, description. OK closes (and unloads) it.
 
 #include <QDialog>
 
@@ -12,6 +12,7 @@ public:
     // `title` is the application's title ("Tovra's FT-1000 CAT").
     explicit frmAbout(const QString& title, QWidget* parent = nullptr);
 
+    QLabel* lblIcon = nullptr;  // the program's icon, as on its windows
     QLabel* lblTitle = nullptr;
     QLabel* lblVersion = nullptr;
     QLabel* lblDescription = nullptr;

@@ -1,4 +1,5 @@
 // The program: the radio link on its thread, the main window, and what the command line asks for.
+#include "AppIcon.h"
 #include "AppOptions.h"
 #include "AppWindows.h"
 #include "Form1.h"
@@ -37,6 +38,8 @@ int main(int argc, char* argv[])
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("ft1000cat"));
     QApplication::setApplicationVersion(QStringLiteral(FT_VERSION));
+    QApplication::setWindowIcon(appIcon());
+    QGuiApplication::setDesktopFileName(QStringLiteral(FT_APP_ID));  // the menu entry, for the desktop's icon
     const AppOptions options = parseAppOptions(QApplication::arguments());
     if (!options.error.isEmpty()) {
         std::fprintf(stderr, "ft1000cat: %s\n", qPrintable(options.error));
