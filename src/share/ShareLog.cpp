@@ -1,0 +1,3 @@
+#include "ShareLog.h"
+
+Q_LOGGING_CATEGORY(lcShare, "share", QtWarningMsg)
