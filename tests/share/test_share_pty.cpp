@@ -23,6 +23,20 @@ mode_t modeOf(const QString& path)
     return st.st_mode & 07777;
 }
 
+// How many of this process's descriptors are open on the device.
+int openDescriptorsOf(const QString& device)
+{
+    if (device.isEmpty())
+        return 0;
+    int count = 0;
+    const QDir fds(QStringLiteral("/proc/self/fd"));
+    for (const QFileInfo& fd : fds.entryInfoList(QDir::System | QDir::NoDotAndDotDot)) {
+        if (fd.symLinkTarget() == device)
+            ++count;
+    }
+    return count;
+}
+
 // A port that answers every read with "<" + what came + ">".
 struct EchoPort {
     SharePty pty{QStringLiteral("text")};
@@ -105,6 +119,23 @@ private slots:
             QCOMPARE(client.read(command.size() + 2), "<" + command + ">");
         }
         QCOMPARE(port.reads.size(), ReopenCount);
+    }
+
+    void theHostKeepsTheClientSideOpenBetweenClients()
+    {
+        // Without a descriptor of its own the host side would read nothing but errors (and wake its
+        // loop without end) while no client has the port open.
+        EchoPort port;
+        QVERIFY(port.pty.open());
+        QCOMPARE(openDescriptorsOf(port.pty.terminalPath()), 1);
+        {
+            PtyClient client(port.pty.linkPath());
+            QCOMPARE(openDescriptorsOf(port.pty.terminalPath()), 2);
+        }
+        QCOMPARE(openDescriptorsOf(port.pty.terminalPath()), 1);
+        const QString device = port.pty.terminalPath();
+        port.pty.close();
+        QCOMPARE(openDescriptorsOf(device), 0);
     }
 
     void theLinkIsRemovedOnClose()
