@@ -111,11 +111,13 @@ TextSession::Result TextSession::read(const QByteArray& command) const
 
 QByteArray TextSession::info(const SharedRigState& s) const
 {
-    const bool onB = rxVfo_ == RigVfo::B;
+    // While transmitting in split the record shows the transmit VFO, as the radio's display does;
+    // clients know to take the other VFO for the receive VFO then.
+    const RigVfo shown = s.rig.ptt && s.rig.split ? transmitVfo(s.rig) : rxVfo_;
+    const bool onB = shown == RigVfo::B;
     const ClarifierState& clar = onB ? s.clarifierB : s.clarifierA;
     InfoFields f;
-    const bool txOnB = s.rig.ptt && transmitVfo(s.rig) == RigVfo::B;
-    f.hz = onB || txOnB ? s.rig.vfoBHz : s.rig.vfoAHz;
+    f.hz = onB ? s.rig.vfoBHz : s.rig.vfoAHz;
     f.clarifierHz = clar.offsetHz;
     f.rxClarifier = clar.rxOn;
     f.txClarifier = clar.txOn;

@@ -143,7 +143,8 @@ private slots:
         const QByteArray r = send(s, "IF");
         QCOMPARE(r.mid(2, 11), QByteArray("00007074000"));
         QCOMPARE(r.mid(28, 1), QByteArray("1"));  // transmitting
-        QCOMPARE(r.mid(30, 1), QByteArray("0"));  // still receiving on VFO-A
+        QCOMPARE(r.mid(29, 1), QByteArray("1"));  // VFO-B's LSB
+        QCOMPARE(r.mid(30, 1), QByteArray("1"));  // the VFO shown: B
         QCOMPARE(r.mid(32, 1), QByteArray("1"));  // split
     }
 
