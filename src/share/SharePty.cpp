@@ -114,7 +114,13 @@ bool SharePty::makeLink(const QString& folder, QString* error)
 
 void SharePty::close()
 {
-    notifier_.reset();
+    if (notifier_) {
+        notifier_->setEnabled(false);
+        if (receiving_)
+            notifier_.release()->deleteLater();  // closed from the receiver: its notifier is still emitting
+        else
+            notifier_.reset();
+    }
     // Another instance may have taken the name meanwhile: its link stays.
     if (!link_.isEmpty()) {
         const QByteArray path = QFile::encodeName(link_);
@@ -135,8 +141,11 @@ void SharePty::readAvailable()
     for (;;) {
         const ssize_t got = ::read(master_, buf, sizeof buf);
         if (got > 0) {
-            if (receiver_)
+            if (receiver_) {
+                receiving_ = true;
                 receiver_(QByteArray(buf, static_cast<qsizetype>(got)));
+                receiving_ = false;
+            }
             if (!isOpen())  // the receiver closed the port
                 return;
             continue;

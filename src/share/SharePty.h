@@ -58,4 +58,5 @@ private:
     int client_ = -1;  // our own descriptor of the client side
     std::unique_ptr<QSocketNotifier> notifier_;
     Receiver receiver_;
+    bool receiving_ = false;  // the receiver is running
 };

@@ -138,6 +138,13 @@ int main(int argc, char* argv[])
         ++i;
     }
 
+    i = 0;
+    for (const char* text : {"ID;PS;IF;AI;FA;FB;MD;PS;", "FA00014076000;ID;MD3;ID;", "SA;FR1;ID;FB;MD1;FR0;ID;",
+                             "FR0;FT1;ID;IF;FT;", "TX;ID;IF;RX;ID;", "SM0;\r\nfa;md;XX;?;", "AI0;VX1;PS1;SA0;"}) {
+        seed(QStringLiteral("fuzz_text_port"), QStringLiteral("cmds-%1").arg(i), QByteArray(1, char(i * 37)) + text);
+        ++i;
+    }
+
     std::printf("%d seeds written to %s\n", written, qPrintable(outRoot));
     return 0;
 }

@@ -138,6 +138,20 @@ private slots:
         QCOMPARE(openDescriptorsOf(device), 0);
     }
 
+    void theReceiverMayCloseThePort()
+    {
+        SharePty pty(QStringLiteral("text"));
+        pty.setReceiver([&](const QByteArray&) { pty.close(); });
+        QVERIFY(pty.open());
+        const QString link = pty.linkPath();
+        PtyClient client(link);
+        QVERIFY(client.write("PS0;"));
+        QTRY_VERIFY_WITH_TIMEOUT(!pty.isOpen(), PtyClient::WaitMs);
+        QTest::qWait(10);
+        QVERIFY(!QFileInfo(link).isSymLink());
+        QVERIFY(pty.open());  // and it opens again
+    }
+
     void theLinkIsRemovedOnClose()
     {
         SharePty pty(QStringLiteral("text"));
