@@ -48,6 +48,15 @@ ChannelMode decodeChannelMode(int modeByte, int qualifierByte, const ChannelMode
     return mode;
 }
 
+std::optional<ChannelMode> channelModeOfCaption(const QString& caption)
+{
+    for (const ModeRow& row : modeTable) {
+        if (caption.compare(QLatin1String(row.caption), Qt::CaseInsensitive) == 0)
+            return ChannelMode{QString::fromLatin1(row.caption), row.code};
+    }
+    return std::nullopt;
+}
+
 double decodeChannelClarifier(int high, int low)
 {
     const auto value = static_cast<qint16>(static_cast<quint16>((high << 8) | low));

@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <optional>
 
 namespace MemoryColour {
 // Blue-green-red values of the channel's text.
@@ -47,6 +48,10 @@ ChannelDecode decodeChannel(const QByteArray& record, const ChannelMode& previou
 
 // The memory table's mode rows, checked in order with a later match overwriting an earlier one.
 ChannelMode decodeChannelMode(int modeByte, int qualifierByte, const ChannelMode& previous);
+
+// The mode a table caption names ("USB", "CW R", "DataUSR" ...), letter case aside; nothing for a
+// caption the table never shows.
+std::optional<ChannelMode> channelModeOfCaption(const QString& caption);
 
 // Signed 16-bit big-endian clarifier in kHz (two's complement: 80 00 is -20.48 kHz).
 double decodeChannelClarifier(int high, int low);

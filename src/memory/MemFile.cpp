@@ -48,6 +48,24 @@ bool MemFile::load(const QString& path, QList<MemRecord>* records, QString* erro
     return true;
 }
 
+std::optional<QList<MemRecord>> MemFile::recordsFromRows(const QList<MemoryRow>& rows, QString* error)
+{
+    QList<MemRecord> records;
+    records.reserve(Records);
+    for (int channel = 1; channel <= Records; ++channel) {
+        const MemoryRow row = channel <= rows.size() ? rows[channel - 1] : MemoryRow{};
+        QString reason;
+        const std::optional<MemRecord> record = recordFromRow(row, &reason);
+        if (!record) {
+            if (error)
+                *error = rowError(channel, reason);
+            return std::nullopt;
+        }
+        records.append(*record);
+    }
+    return records;
+}
+
 bool MemFile::save(const QString& path, const QList<MemoryRow>& rows, QString* error)
 {
     // What an existing longer file holds beyond the records is kept.
@@ -64,19 +82,13 @@ bool MemFile::save(const QString& path, const QList<MemoryRow>& rows, QString* e
 
     // Every row is turned into its record before the file is touched, so a row that cannot be written
     // leaves the old file as it was, whichever way the file is then written.
+    const std::optional<QList<MemRecord>> records = recordsFromRows(rows, error);
+    if (!records)
+        return false;
     QByteArray bytes;
     bytes.reserve(CompleteSize + tail.size());
-    for (int channel = 1; channel <= Records; ++channel) {
-        const MemoryRow row = channel <= rows.size() ? rows[channel - 1] : MemoryRow{};
-        QString reason;
-        const std::optional<MemRecord> record = recordFromRow(row, &reason);
-        if (!record) {
-            if (error)
-                *error = rowError(channel, reason);
-            return false;
-        }
-        bytes += record->encode();
-    }
+    for (const MemRecord& r : *records)
+        bytes += r.encode();
     bytes += tail;
 
     QSaveFile file(path);

@@ -16,6 +16,7 @@
 
 #include <QList>
 #include <QString>
+#include <optional>
 
 namespace MemFile {
 constexpr int Records = 113;
@@ -30,4 +31,8 @@ QList<MemRecord> recordsFromBytes(const QByteArray& bytes);
 bool load(const QString& path, QList<MemRecord>* records, QString* error);
 
 bool save(const QString& path, const QList<MemoryRow>& rows, QString* error);
+
+// The table's 113 rows as records; nothing, with an error naming the row, when a row's frequency or
+// clarifier is not a number.
+std::optional<QList<MemRecord>> recordsFromRows(const QList<MemoryRow>& rows, QString* error);
 }  // namespace MemFile

@@ -1,0 +1,257 @@
+#include "MemoryCsv.h"
+
+#include "ChannelDecoder.h"
+#include "ChannelNames.h"
+#include "CsvText.h"
+
+#include <QHash>
+#include <cmath>
+#include <optional>
+
+namespace {
+// The columns as written, in this order.
+const QString ChannelCol = QStringLiteral("Channel");
+const QString NameCol = QStringLiteral("Name");
+const QString FreqKHzCol = QStringLiteral("Frequency_kHz");
+const QString ModeCol = QStringLiteral("Mode");
+const QString ClarCol = QStringLiteral("Clarifier_kHz");
+const QString AntCol = QStringLiteral("Antenna");
+const QString MaskedCol = QStringLiteral("Masked");
+// The channel-exchange layout's own columns (with Mode and Name).
+const QString LocationCol = QStringLiteral("Location");
+const QString FreqMHzCol = QStringLiteral("Frequency");
+
+const QString Yes = QStringLiteral("yes");
+const QString No = QStringLiteral("no");
+
+constexpr double TenHzPerKHz = 100.0;
+constexpr double KHzPerMHz = 1000.0;
+constexpr double ClarLimitKHz = 20.48;  // the record's 16-bit count of 1/1600 kHz
+
+// Mode names of the exchange layout, and short forms spreadsheets use, as the table's captions.
+struct ModeAlias {
+    const char* name;
+    const char* caption;
+};
+constexpr ModeAlias modeAliases[] = {
+    {"NFM", "FM"},      {"NAM", "AM"},      {"CW", "CW N"},        {"NCW", "CW N"},    {"CWR", "CW R"},
+    {"NCWR", "CW R"},   {"RTTY", "RTTY N"}, {"DIG", "RTTY N"},     {"FSK", "RTTY N"},  {"RTTYR", "RTTY R"},
+    {"FSKR", "RTTY R"}, {"PKT", "PKT LSB"}, {"PACKET", "PKT LSB"}, {"AMS", "AM Sync"},
+};
+
+std::optional<ChannelMode> modeOf(const QString& text)
+{
+    const QString t = text.trimmed();
+    if (auto m = channelModeOfCaption(t))
+        return m;
+    for (const ModeAlias& a : modeAliases)
+        if (t.compare(QLatin1String(a.name), Qt::CaseInsensitive) == 0)
+            return channelModeOfCaption(QLatin1String(a.caption));
+    return std::nullopt;
+}
+
+std::optional<double> numberOf(const QString& text)
+{
+    bool ok = false;
+    const double v = text.trimmed().toDouble(&ok);
+    if (!ok || !std::isfinite(v))
+        return std::nullopt;
+    return v;
+}
+
+// Where each column is, by header name (letter case and blanks aside); -1 when absent.
+struct Layout {
+    bool exchange = false;
+    int channel = -1, name = -1, freq = -1, mode = -1, clar = -1, ant = -1, masked = -1;
+};
+
+std::optional<Layout> layoutOf(const QStringList& header)
+{
+    QHash<QString, int> at;
+    for (int i = header.size() - 1; i >= 0; --i)  // the first of two equal names counts
+        at.insert(header[i].trimmed().toLower(), i);
+    const auto find = [&at](const QString& name) { return at.value(name.toLower(), -1); };
+    Layout l;
+    l.mode = find(ModeCol);
+    l.name = find(NameCol);
+    if (find(ChannelCol) >= 0 && find(FreqKHzCol) >= 0 && l.mode >= 0) {
+        l.channel = find(ChannelCol);
+        l.freq = find(FreqKHzCol);
+        l.clar = find(ClarCol);
+        l.ant = find(AntCol);
+        l.masked = find(MaskedCol);
+        return l;
+    }
+    if (find(LocationCol) >= 0 && find(FreqMHzCol) >= 0 && l.mode >= 0) {
+        l.exchange = true;
+        l.channel = find(LocationCol);
+        l.freq = find(FreqMHzCol);
+        return l;
+    }
+    return std::nullopt;
+}
+
+QString cell(const QStringList& fields, int column)
+{
+    return column >= 0 && column < fields.size() ? fields[column] : QString();
+}
+
+QString kHzText(float tenHz)
+{
+    const double kHz = double(tenHz) / TenHzPerKHz;
+    return QString::number(kHz == 0.0 ? 0.0 : kHz, 'f', 2);
+}
+
+// One data line into its channel's record; the problem when the line is wrong.
+struct Line {
+    int channel = 0;
+    MemRecord record;
+    QString problem;
+};
+
+Line readLine(const Layout& l, const QStringList& fields)
+{
+    Line out;
+    const auto fail = [&out](const QString& problem) {
+        out.problem = problem;
+        return out;
+    };
+
+    const QString channelText = cell(fields, l.channel).trimmed();
+    const QString channelCol = l.exchange ? LocationCol : ChannelCol;
+    if (channelText.isEmpty())
+        return fail(QStringLiteral("no %1").arg(channelCol));
+    bool isNumber = false;
+    const int channel = channelText.toInt(&isNumber);
+    if (!isNumber)
+        return fail(QStringLiteral("%1 \"%2\" is not a whole number").arg(channelCol, channelText));
+    if (channel < Channels::First || channel > Channels::Count)
+        return fail(QStringLiteral("%1 %2 is outside 1-113").arg(channelCol).arg(channel));
+    out.channel = channel;
+
+    const QString freqText = cell(fields, l.freq).trimmed();
+    const QString freqCol = l.exchange ? FreqMHzCol : FreqKHzCol;
+    if (freqText.isEmpty())
+        return fail(QStringLiteral("no %1").arg(freqCol));
+    const std::optional<double> freq = numberOf(freqText);
+    if (!freq)
+        return fail(QStringLiteral("%1 \"%2\" is not a number").arg(freqCol, freqText));
+    const double kHz = l.exchange ? *freq * KHzPerMHz : *freq;
+    const bool empty = kHz == 0.0;  // a channel holding nothing, as a cleared record
+    if (!empty && (kHz < MemoryCsv::MinKHz || kHz > MemoryCsv::MaxKHz))
+        return fail(QStringLiteral("the frequency %1 %2 is outside 0.03-30 MHz")
+                        .arg(freqText, l.exchange ? QStringLiteral("MHz") : QStringLiteral("kHz")));
+
+    const QString modeText = cell(fields, l.mode).trimmed();
+    ChannelMode mode;
+    if (!modeText.isEmpty() || !empty) {
+        const std::optional<ChannelMode> m = modeOf(modeText);
+        if (!m)
+            return fail(modeText.isEmpty() ? QStringLiteral("no Mode")
+                                           : QStringLiteral("unknown mode \"%1\"").arg(modeText));
+        mode = *m;
+    }
+
+    double clarKHz = 0;
+    if (const QString t = cell(fields, l.clar).trimmed(); !t.isEmpty()) {
+        const std::optional<double> c = numberOf(t);
+        if (!c)
+            return fail(QStringLiteral("%1 \"%2\" is not a number").arg(ClarCol, t));
+        if (*c < -ClarLimitKHz || *c >= ClarLimitKHz)
+            return fail(QStringLiteral("the clarifier %1 kHz is outside -20.48 to 20.47 kHz").arg(t));
+        clarKHz = *c;
+    }
+
+    QString antenna = l.ant < 0 ? QStringLiteral("A") : QString();
+    if (const QString t = cell(fields, l.ant).trimmed(); !t.isEmpty()) {
+        if (t.compare(QLatin1String("A"), Qt::CaseInsensitive) == 0)
+            antenna = QStringLiteral("A");
+        else if (t.compare(QLatin1String("B"), Qt::CaseInsensitive) == 0)
+            antenna = QStringLiteral("B");
+        else if (t.compare(QLatin1String("Rx"), Qt::CaseInsensitive) == 0)
+            antenna = QStringLiteral("Rx");
+        else
+            return fail(QStringLiteral("unknown antenna \"%1\" (A, B or Rx)").arg(t));
+    }
+
+    bool masked = false;
+    if (const QString t = cell(fields, l.masked).trimmed().toLower(); !t.isEmpty()) {
+        if (t == Yes || t == QLatin1String("y") || t == QLatin1String("true") || t == QLatin1String("1"))
+            masked = true;
+        else if (t != No && t != QLatin1String("n") && t != QLatin1String("false") && t != QLatin1String("0"))
+            return fail(QStringLiteral("%1 \"%2\" is neither yes nor no").arg(MaskedCol, cell(fields, l.masked)));
+    }
+
+    // The name as a ".ymp" load shows it: one blank, then the name without blanks around it.
+    const QString name = l.name < 0 ? gridChannelName(channel) : cell(fields, l.name);
+    MemRecord& r = out.record;
+    r.chan = fixedText(u' ' + name.trimmed(), MemRecord::ChanWidth);
+    r.freq = static_cast<float>(std::llround(kHz * TenHzPerKHz));
+    r.mode = fixedText(mode.caption, MemRecord::ModeWidth);
+    r.clar = static_cast<float>(std::llround(clarKHz * TenHzPerKHz));
+    r.ant = fixedText(antenna, MemRecord::AntWidth);
+    r.mde = static_cast<qint16>(mode.code);
+    r.masked = masked ? MemRecord::MaskedValue : qint16(0);
+    return out;
+}
+}  // namespace
+
+const QStringList& MemoryCsv::header()
+{
+    static const QStringList h{ChannelCol, NameCol, FreqKHzCol, ModeCol, ClarCol, AntCol, MaskedCol};
+    return h;
+}
+
+QByteArray MemoryCsv::write(const QList<MemRecord>& records)
+{
+    QByteArray out = CsvText::line(header());
+    for (int n = Channels::First; n <= Channels::Count; ++n) {
+        const MemRecord r = n <= records.size() ? records[n - 1] : MemRecord{};
+        const MemoryRow row = rowFromRecord(r);
+        out += CsvText::line({QString::number(n), row.cells[MemoryColumn::Chan], kHzText(r.freq),
+                              row.cells[MemoryColumn::Mode], kHzText(r.clar), row.cells[MemoryColumn::Ant],
+                              r.isMasked() ? Yes : No});
+    }
+    return out;
+}
+
+MemoryCsv::Result MemoryCsv::read(const QByteArray& bytes)
+{
+    Result result;
+    const auto fail = [&result](int line, const QString& problem) {
+        result.line = line;
+        result.problem = problem;
+        return result;
+    };
+    const CsvText::Parsed parsed = CsvText::parse(bytes);
+    if (!parsed.ok())
+        return fail(parsed.errorLine, parsed.error);
+    if (parsed.records.isEmpty())
+        return fail(1, QStringLiteral("the file is empty"));
+
+    const CsvText::Record& first = parsed.records.first();
+    const std::optional<Layout> layout = layoutOf(first.fields);
+    if (!layout)
+        return fail(first.line, QStringLiteral("no header: the first line must name the columns (Channel, "
+                                               "Frequency_kHz, Mode ... or Location, Frequency, Mode, Name)"));
+    if (parsed.records.size() == 1)
+        return fail(first.line + 1, QStringLiteral("no channel follows the header"));
+
+    QList<MemRecord> records(Channels::Count);
+    QList<int> lineOf(Channels::Count + 1, 0);
+    for (qsizetype i = 1; i < parsed.records.size(); ++i) {
+        const CsvText::Record& rec = parsed.records[i];
+        const Line line = readLine(*layout, rec.fields);
+        if (!line.problem.isEmpty())
+            return fail(rec.line, line.problem);
+        if (lineOf[line.channel] != 0)
+            return fail(rec.line, QStringLiteral("channel %1 is named twice, on lines %2 and %3")
+                                      .arg(line.channel)
+                                      .arg(lineOf[line.channel])
+                                      .arg(rec.line));
+        lineOf[line.channel] = rec.line;
+        records[line.channel - 1] = line.record;
+    }
+    result.records = records;
+    return result;
+}
