@@ -87,14 +87,25 @@ void Mem_Frm::buildControls()
     mnu_bar = menuBar->addMenu(QStringLiteral("&File"));
     mnu_bar->setObjectName(QStringLiteral("mnu_bar"));
     for (int i = 0; i < mnuFileCaptions.size(); ++i) {
+        // A "-" caption is a separator line; given as its text, some styles would draw the dash too.
         QAction* a = mnuFileCaptions[i] == u'-' ? mnu_bar->addSeparator() : mnu_bar->addAction(mnuFileCaptions[i]);
-        a->setText(mnuFileCaptions[i]);
         a->setObjectName(QStringLiteral("mnu_file(%1)").arg(i));
         connect(a, &QAction::triggered, this, [this, i] { mnu_file_Click(i); });
         mnu_file.append(a);
     }
     mnu_file[2]->setEnabled(false);
     mnu_file[3]->setEnabled(false);
+    // The CSV list of the table, for spreadsheets and other tools, above "Close".
+    const QStringList csvCaptions{ExportCsvCaption, ImportCsvCaption};
+    for (int i = 0; i < csvCaptions.size(); ++i) {
+        auto* a = new QAction(csvCaptions[i], mnu_bar);
+        a->setObjectName(QStringLiteral("mnu_csv(%1)").arg(i));
+        connect(a, &QAction::triggered, this, [this, i] { mnu_csv_Click(i); });
+        mnu_bar->insertAction(mnu_file[5], a);
+        mnu_csv.append(a);
+    }
+    mnu_bar->insertSeparator(mnu_file[5]);
+    mnu_csv[0]->setEnabled(false);
 
     // The single-channel display: the channel's name, then headings over its fields.
     Frame1 = new QGroupBox(QStringLiteral(" Memory "), this);

@@ -54,6 +54,14 @@ inline const QString UnmaskCaption = QStringLiteral("Un-Mask");
 inline const QString ErrorTitle = QStringLiteral("Error");
 inline const QString StopUploadText = QStringLiteral("Stop the upload? The radio's memory will be partly written.");
 inline const QString UploadStoppedTitle = QStringLiteral("Upload stopped");
+inline const QString ExportCsvCaption = QStringLiteral("Export CSV...");
+inline const QString ImportCsvCaption = QStringLiteral("Import CSV...");
+inline const QString CsvFilter = QStringLiteral("CSV Files (*.csv)|*.csv|All Files (*.*)|*.*");
+inline const QString CsvSuffix = QStringLiteral("csv");
+inline const QString ExportCsvTitle = QStringLiteral("Export Memory List as CSV");
+inline const QString ImportCsvTitle = QStringLiteral("Import Memory List from CSV");
+inline const QString ExportCsvErrorTitle = QStringLiteral("Export CSV");
+inline const QString ImportCsvErrorTitle = QStringLiteral("Import CSV");
 }  // namespace MemoryWindow
 
 // Main window indicators the memory window looks at.
@@ -78,6 +86,11 @@ public:
     // the file; nothing in the table or on disk is lost by a failure.
     bool LoadMemFile(Report report = Report::Message);
     bool SaveMemFile(Report report = Report::Message);
+    // The table as a CSV list, and a CSV list into the table as a file load would fill it. A failure
+    // is shown in one message box naming the file (and, for a list, the line and the problem); the
+    // table and the files are left as they were.
+    bool ExportCsv(const QString& path);
+    bool ImportCsv(const QString& path);
     // 0: the channel selected in HScroll1; 1: all channels into the table.
     void ReadMemory(int mode);
     void Bouton_Click(int index);
@@ -116,6 +129,7 @@ public:
     QMenuBar* menuBar = nullptr;
     QMenu* mnu_bar = nullptr;
     QVector<QAction*> mnu_file;
+    QVector<QAction*> mnu_csv;  // 0 "Export CSV...", 1 "Import CSV..."
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -131,6 +145,8 @@ private:
     void MSFlexGrid1_DblClick(const QModelIndex& index);
     void Btn_Diag_MouseDown(int index, Qt::MouseButton button);
     void mnu_file_Click(int index);
+    void mnu_csv_Click(int index);
+    void showRecords(const QList<MemRecord>& records);
 
     void showOneChannel(const std::optional<QByteArray>& reply);
     void showAllChannels(const std::optional<QByteArray>& reply);

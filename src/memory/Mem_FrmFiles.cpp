@@ -18,6 +18,7 @@ void Mem_Frm::enableSaveMenu()
 {
     mnu_file[2]->setEnabled(true);
     mnu_file[3]->setEnabled(true);
+    mnu_csv[0]->setEnabled(true);
 }
 
 void Mem_Frm::Diag(int index)
@@ -51,6 +52,12 @@ bool Mem_Frm::LoadMemFile(Report report)
                             QStringLiteral("Could not read the memory file \"%1\".\n%2").arg(currentFile_, error));
         return false;
     }
+    showRecords(records);
+    return true;
+}
+
+void Mem_Frm::showRecords(const QList<MemRecord>& records)
+{
     QList<MemoryRow> rows;
     rows.reserve(records.size());
     for (const MemRecord& r : records)
@@ -61,7 +68,6 @@ bool Mem_Frm::LoadMemFile(Report report)
     setHeightTwips(ExpandedTwips);
     enableUpload();
     enableSaveMenu();
-    return true;
 }
 
 bool Mem_Frm::SaveMemFile(Report report)

@@ -177,7 +177,7 @@ private slots:
         QCOMPARE(w->mnu_bar->title(), QStringLiteral("&File"));
         const QStringList menu{"&Open Mem File", "-", "&Save", "Save &As ...", "-", "Close"};
         for (int i = 0; i < 6; ++i)
-            QCOMPARE(w->mnu_file[i]->text(), menu[i]);
+            QCOMPARE(w->mnu_file[i]->isSeparator() ? QStringLiteral("-") : w->mnu_file[i]->text(), menu[i]);
         QVERIFY(w->mnu_file[1]->isSeparator());
         QVERIFY(w->mnu_file[4]->isSeparator());
         QCOMPARE(w->HScroll1->minimum(), 1);

@@ -498,6 +498,46 @@ private slots:
         QCOMPARE(r.problem, QStringLiteral("Masked \"maybe\" is neither yes nor no"));
     }
 
+    void anyBytes_giveRecordsOrAProblem_neverACrash_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<uint>("seed");
+        QTest::addColumn<bool>("fromAList");  // bytes of a good list changed here and there, or noise
+        for (int size : {1, 2, 7, 64, 600, 5000}) {
+            QTest::addRow("noise %d", size) << size << uint(size * 7919) << false;
+            QTest::addRow("changed list %d", size) << size << uint(size * 104729) << true;
+        }
+    }
+    void anyBytes_giveRecordsOrAProblem_neverACrash()
+    {
+        QFETCH(int, size);
+        QFETCH(uint, seed);
+        QFETCH(bool, fromAList);
+        const auto next = [&seed] {
+            seed = seed * 1664525u + 1013904223u;
+            return seed >> 16;
+        };
+        QByteArray bytes;
+        if (fromAList) {
+            bytes = MemoryCsv::write(goldenRecords());
+            const char alphabet[] = ",\"\r\n 0123456789.-AaBbUSLFMyes";
+            for (int i = 0; i < size; ++i)
+                bytes[int(next() % bytes.size())] = alphabet[next() % (sizeof alphabet - 1)];
+        } else {
+            bytes.resize(size);
+            for (char& c : bytes)
+                c = char(next());
+        }
+        const MemoryCsv::Result r = MemoryCsv::read(bytes);
+        if (r.ok()) {
+            QCOMPARE(r.records.size(), 113);
+        } else {
+            QVERIFY(r.records.isEmpty());
+            QVERIFY(r.line >= 1);
+            QVERIFY(r.line <= bytes.count('\n') + bytes.count('\r') + 2);
+        }
+    }
+
     // --- The round trip ---
 
     void getMemTable_exportImportSave_isByteIdenticalToSavingDirectly()

@@ -1,0 +1,85 @@
+// The memory window's CSV lists: "Export CSV..." and "Import CSV..." of the "File" menu.
+#include "Mem_Frm.h"
+
+#include "MemFile.h"
+#include "MemoryCsv.h"
+#include "MemoryDialogs.h"
+#include "MemoryGridModel.h"
+#include "MemoryLog.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace {
+using namespace MemoryWindow;
+
+// A memory list is a few kilobytes; anything far larger is not one, and is not read whole.
+constexpr qint64 MaxListBytes = 1 << 20;
+
+// The current memory file's name with the list's suffix, where the dialog starts.
+QString csvBeside(const QString& memFile)
+{
+    const QFileInfo info(memFile);
+    return info.path() + u'/' + info.completeBaseName() + u'.' + CsvSuffix;
+}
+}  // namespace
+
+void Mem_Frm::mnu_csv_Click(int index)
+{
+    FileDialogRequest request;
+    request.filters = dialogFilters(CsvFilter);
+    request.selectedFilter = request.filters.value(0);
+    request.defaultSuffix = CsvSuffix;
+    request.file = csvBeside(currentFile_);
+    request.kind = index == 0 ? FileDialogRequest::Kind::Save : FileDialogRequest::Kind::Open;
+    request.title = index == 0 ? ExportCsvTitle : ImportCsvTitle;
+    const std::optional<QString> chosen = dialogs_->chooseFile(dialogParent(), request);
+    if (!chosen)
+        return;
+    if (index == 0)
+        ExportCsv(*chosen);
+    else
+        ImportCsv(*chosen);
+}
+
+bool Mem_Frm::ExportCsv(const QString& path)
+{
+    QString error;
+    const std::optional<QList<MemRecord>> records = MemFile::recordsFromRows(model_->rows(), &error);
+    if (records) {
+        QSaveFile file(path);
+        if (file.open(QIODevice::WriteOnly) && file.write(MemoryCsv::write(*records)) >= 0 && file.commit()) {
+            qCDebug(lcMemory) << "exported" << path;
+            return true;
+        }
+        error = file.errorString();
+    }
+    qCWarning(lcMemory) << "export failed:" << path << error;
+    dialogs_->error(dialogParent(), ExportCsvErrorTitle,
+                    QStringLiteral("Could not export the memory list to \"%1\".\n%2").arg(path, error));
+    return false;
+}
+
+bool Mem_Frm::ImportCsv(const QString& path)
+{
+    const auto refuse = [this, &path](const QString& where) {
+        qCWarning(lcMemory) << "import refused:" << path << where;
+        dialogs_->error(dialogParent(), ImportCsvErrorTitle,
+                        QStringLiteral("Could not import \"%1\".\n%2\nThe table was left as it was.").arg(path, where));
+        return false;
+    };
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return refuse(file.errorString() + u'.');
+    const QByteArray bytes = file.read(MaxListBytes + 1);
+    if (file.error() != QFileDevice::NoError)
+        return refuse(file.errorString() + u'.');
+    if (bytes.size() > MaxListBytes)
+        return refuse(QStringLiteral("The file is far too large for a memory list."));
+    const MemoryCsv::Result list = MemoryCsv::read(bytes);
+    if (!list.ok())
+        return refuse(QStringLiteral("Line %1: %2.").arg(list.line).arg(list.problem));
+    showRecords(list.records);
+    return true;
+}
