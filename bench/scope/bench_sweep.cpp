@@ -4,6 +4,7 @@
 // and the longest stall of the window's thread while the sweep ran.
 
 #include "BandScope.h"
+#include "MemorySettingsStore.h"
 #include "QtSerialPort.h"
 #include "RadioLink.h"
 #include "RealClock.h"
@@ -36,7 +37,11 @@ public:
         if (scope)
             scope->keyClick(index);
     }
+    SettingsStore& settings() override { return store; }
+    QString askPlotFile(const QString&) override { return {}; }
+    void showScopeError(const QString&, const QString&) override {}
     BandScope* scope = nullptr;
+    MemorySettingsStore store;
     int labels = 0;
     int samples = 0;
 

@@ -128,6 +128,8 @@ public:
     void setMainSMeter(int percent) override;
     bool dualShown() const override;
     void pressKey(int index) override { Key_Click(index); }
+    QString askPlotFile(const QString& suggested) override;
+    void showScopeError(const QString& title, const QString& text) override;
 
 signals:
     // For what shares the radio with the window (the network server): each poll's decoded results,
@@ -152,6 +154,8 @@ private:
     void applyLayout(const FrontPanel::Layout& layout);
     void placeFrames();
     void setWindowHeightTwips(int twips);
+    int waterfallHeight() const;  // what the scope's waterfall adds to the frame while it is shown
+    void fitScope();              // the window's height for the scope as it is shown now
     void applyDisplayLook(int vfo);
     QLabel* makeIndicator(int index, const QString& caption, QWidget* parent);
 

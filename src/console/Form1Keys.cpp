@@ -11,6 +11,7 @@
 #include "Twips.h"
 
 #include <QDir>
+#include <QFileDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QProcess>
@@ -188,12 +189,26 @@ void Form1::toggleScope()
         Key[Ptt]->setEnabled(txAuthorized());
         Key_Click(ScopeCancel);
     } else {
-        setWindowHeightTwips(FrontPanel::HeightScopeShown);
+        fitScope();
         Key_Click(GetCenter);
         scope_->startRedraw();
         // No transmitting while the scope sweeps.
         Key[Ptt]->setEnabled(false);
     }
+}
+
+QString Form1::askPlotFile(const QString& suggested)
+{
+    QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save Plot"), suggested,
+                                                QStringLiteral("PNG pictures (*.png)"));
+    if (!path.isEmpty() && !path.endsWith(QStringLiteral(".png"), Qt::CaseInsensitive))
+        path += QStringLiteral(".png");
+    return path;
+}
+
+void Form1::showScopeError(const QString& title, const QString& text)
+{
+    prompts_.message(this, QMessageBox::Warning, title, text, QMessageBox::Ok);
 }
 
 void Form1::startAnalyser()

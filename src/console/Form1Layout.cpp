@@ -7,6 +7,7 @@
 #include "PanelLook.h"
 #include "PressButton.h"
 #include "Twips.h"
+#include "WaterfallView.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -40,6 +41,7 @@ QPushButton { color: #e6eaee; background: qlineargradient(x1:0, y1:0, x2:0, y2:1
 QPushButton:pressed { background: #2c3136; }
 QPushButton:disabled { color: #7b848c; background: #3a4046; }
 QRadioButton { color: #d7dde3; font-size: 7pt; spacing: 2px; }
+QCheckBox { color: #d7dde3; font-size: 7pt; spacing: 2px; }
 )";
 }  // namespace
 
@@ -98,6 +100,10 @@ void Form1::buildControls()
     scopeLayout->setSpacing(0);
     scope_ = new BandScope(*this, scopeFrame);
     scopeLayout->addWidget(scope_);
+    connect(scope_, &BandScope::waterfallShownChanged, this, [this] {
+        if (!Frame[1]->isHidden())
+            fitScope();
+    });
     scopeFrame->hide();
 
     // Diagnostic read-outs of the raw bytes: kept out of sight.
@@ -379,8 +385,22 @@ void Form1::placeFrames()
     const int menu = menuBar() ? menuBar()->sizeHint().height() : 0;
     const int mainHeight = Twips::toPixels(FrontPanel::HeightScopeHidden) - menu - 6;
     Frame[2]->setGeometry(4, 3, frameWidth, mainHeight);
-    const int scopeHeight = Twips::toPixels(FrontPanel::HeightScopeShown - FrontPanel::HeightScopeHidden) - 4;
+    const int scopeHeight =
+        Twips::toPixels(FrontPanel::HeightScopeShown - FrontPanel::HeightScopeHidden) - 4 + waterfallHeight();
     Frame[1]->setGeometry(4, mainHeight + 5, frameWidth, scopeHeight);
+}
+
+int Form1::waterfallHeight() const
+{
+    constexpr int Gap = 2;  // between the plot and the waterfall
+    return scope_ && scope_->waterfallShown() ? scope_->waterfallView()->height() + Gap : 0;
+}
+
+void Form1::fitScope()
+{
+    // The scope's own height, and the waterfall's under it when that is shown.
+    resize(width(), Twips::toPixels(FrontPanel::HeightScopeShown) + waterfallHeight());
+    placeFrames();
 }
 
 void Form1::resizeEvent(QResizeEvent* event)

@@ -4,6 +4,8 @@
 #include "BandScope.h"
 #include "CatCommand.h"
 #include "ConsoleFixture.h"
+#include "Twips.h"
+#include "WaterfallView.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -109,6 +111,45 @@ private slots:
         QVERIFY(statusAt[0] > tuneAt[4] && statusAt[0] < tuneAt[5]);
         QVERIFY(!f.form->bandScope()->busy());
         QVERIFY(f.form->pollEnabled());
+    }
+
+    void waterfall_growsTheWindowWhileTheScopeIsShown()
+    {
+        ConsoleFixture f;
+        BandScope* scope = f.form->bandScope();
+        scope->setWaterfallShown(true);  // with the scope hidden the window stays as it is
+        QCOMPARE(f.form->height(), Twips::toPixels(3990));
+        f.form->Key_Click(24);
+        const int strip = scope->waterfallView()->height();
+        QVERIFY(strip >= 100);  // a line a sweep for the hundred kept
+        QCOMPARE(f.form->height(), Twips::toPixels(7140) + strip + 2);
+        QVERIFY(f.form->Frame[1]->height() >= strip + Twips::toPixels(7140 - 3990) - 4);
+        scope->setWaterfallShown(false);
+        QCOMPARE(f.form->height(), Twips::toPixels(7140));
+        scope->setWaterfallShown(true);
+        QCOMPARE(f.form->height(), Twips::toPixels(7140) + strip + 2);
+        f.form->Key_Click(24);
+        QCOMPARE(f.form->height(), Twips::toPixels(3990));
+        QCOMPARE(f.store.value(QStringLiteral("Scope"), QStringLiteral("Waterfall")), QStringLiteral("1"));
+        const QString out = qEnvironmentVariable("FT_TEST_OUTPUT");
+        if (!out.isEmpty()) {
+            f.form->Key_Click(24);
+            f.form->show();
+            QVERIFY(QTest::qWaitForWindowExposed(f.form.get()));
+            f.form->grab().save(out + QStringLiteral("/form1-scope-waterfall.png"));
+        }
+    }
+
+    void savePlot_unwritable_showsTheMessageBoxNamingTheFile()
+    {
+        ConsoleFixture f;
+        f.form->Key_Click(24);
+        QVERIFY(!f.form->bandScope()->savePlot(QStringLiteral("/proc/version/plot.png")));
+        QCOMPARE(f.prompts.messages.size(), 1);
+        QCOMPARE(f.prompts.messages[0].title, QStringLiteral("Save Plot"));
+        QCOMPARE(f.prompts.messages[0].icon, QMessageBox::Warning);
+        QVERIFY(f.prompts.messages[0].text.contains(QStringLiteral("/proc/version/plot.png")));
+        QVERIFY(f.form->pollEnabled());  // the scope and the poll go on
     }
 };
 

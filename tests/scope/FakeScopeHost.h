@@ -5,6 +5,7 @@
 #include "BandScope.h"
 #include "FakeClock.h"
 #include "FakeSerialPort.h"
+#include "MemorySettingsStore.h"
 #include "RadioLink.h"
 #include "ScopeHost.h"
 #include "ScopeLists.h"
@@ -57,6 +58,13 @@ public:
         }
         pressedKeys.append(index);
     }
+    SettingsStore& settings() override { return store; }
+    QString askPlotFile(const QString& suggested) override
+    {
+        plotFileQuestions.append(suggested);
+        return plotFileAnswer;
+    }
+    void showScopeError(const QString& title, const QString& text) override { errors.append({title, text}); }
 
     // Fake-port helpers.
     QStringList meterWrites() const
@@ -79,6 +87,10 @@ public:
     QList<int> pressedKeys;  // other than the scope's
     BandScope* scope = nullptr;
     double vfoA = 14250.0, vfoB = 7050.0;
+    MemorySettingsStore store;
+    QStringList plotFileQuestions;
+    QString plotFileAnswer;                 // empty: the file dialog was cancelled
+    QList<QPair<QString, QString>> errors;  // message boxes: title, text
 
 private:
     std::unique_ptr<RadioLink> link_;

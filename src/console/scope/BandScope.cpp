@@ -12,8 +12,10 @@
 #include "ScopeSweep.h"
 #include "SettingsStore.h"
 #include "Twips.h"
+#include "WaterfallView.h"
 
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFocusEvent>
 #include <QGridLayout>
@@ -53,6 +55,7 @@ BandScope::BandScope(ScopeHost& host, QWidget* parent) : QWidget(parent), host_(
     connect(sweep_, &ScopeSweep::sampleRead, this, &BandScope::onSample);
     connect(sweep_, &ScopeSweep::lastPassEnded, this, &BandScope::tuneBackToCentre);
     connect(sweep_, &ScopeSweep::finished, this, &BandScope::sweepFinished);
+    connect(sweep_, &ScopeSweep::passFinished, this, &BandScope::onPassFinished);
 
     record_ = new ScopeRecord(
         host_, [this] { return receiver_; }, this);
@@ -160,12 +163,22 @@ void BandScope::buildControls()
     }
     grid->addLayout(actionRow, 4, 0, 1, 3);
     grid->addLayout(plotRow, 5, 0, 1, 3);
-    grid->setRowStretch(6, 1);
+    grid->addLayout(buildResultControls(controls), 6, 0, 1, 3);
+    grid->setRowStretch(7, 1);
+
+    // The waterfall under the plot, in the same column so that their frequency axes line up.
+    auto* pictures = new QVBoxLayout;
+    pictures->setContentsMargins(0, 0, 0, 0);
+    pictures->setSpacing(2);
+    pictures->addWidget(PanBox_, 1);
+    waterfallView_ = new WaterfallView(waterfall_, this);
+    waterfallView_->setVisible(waterfallToggle_->isChecked());
+    pictures->addWidget(waterfallView_, 0);
 
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(8);
-    row->addWidget(PanBox_, 1);
+    row->addLayout(pictures, 1);
     row->addWidget(controls, 0);
 }
 

@@ -5,24 +5,30 @@
 // The sweep (ScopeSweep) and the S-record (ScopeRecord) run apart from the widgets; their samples
 // come back here as they are read and are drawn at once, so the window stays live.
 
+#include "ScopeExport.h"
 #include "SweepJob.h"
 #include "SweepPlan.h"
+#include "WaterfallModel.h"
 
 #include <QMap>
 #include <QVector>
 #include <QWidget>
 
+class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
+class QImage;
+class QLayout;
 class QTime;
 class QTimer;
 class PanBox;
 class ScopeHost;
 class ScopeRecord;
 class ScopeSweep;
+class WaterfallView;
 
 class BandScope : public QWidget {
     Q_OBJECT
@@ -50,6 +56,21 @@ public:
     QLabel* readout() const { return readout_; }
     QTimer* timer2() const;
 
+    // The waterfall under the plot and "Save Plot...".
+    QCheckBox* waterfallToggle() const { return waterfallToggle_; }
+    WaterfallView* waterfallView() const { return waterfallView_; }
+    const WaterfallModel& waterfall() const { return waterfall_; }
+    bool waterfallShown() const;
+    void setWaterfallShown(bool shown);  // and keeps the choice in the settings
+    QPushButton* savePlotKey() const { return savePlot_; }
+    void SavePlot_Click();
+    // Writes the picture (plot, and waterfall when shown) to pngPath and the samples of the last
+    // sweep and S-record beside it; a file that cannot be written is named in a message box.
+    bool savePlot(const QString& pngPath);
+    QImage plotImage() const;
+    const QList<SweepSample>& lastSweep() const;
+    const QList<RecordReading>& lastRecording() const;
+
     bool busy() const;  // a plot key's sweep is under way
     bool sweeping() const;
     bool recording() const;  // Timer2 runs
@@ -72,12 +93,15 @@ public:
 
 signals:
     void sweepFinished();  // the last pass has ended and the tune back to the centre is posted
+    void waterfallShownChanged(bool shown);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildControls();
+    QLayout* buildResultControls(QWidget* parent);
+    void onPassFinished(const SweepPlan& plan, const QList<SweepSample>& samples);
     void paintGraticule(int flag);
     void plotKey(int index);
     void onPassStarted(const SweepPlan& plan, int receiver);
@@ -104,6 +128,10 @@ private:
     QLabel* readout_ = nullptr;
     ScopeSweep* sweep_ = nullptr;
     ScopeRecord* record_ = nullptr;
+    WaterfallModel waterfall_;
+    WaterfallView* waterfallView_ = nullptr;
+    QCheckBox* waterfallToggle_ = nullptr;
+    QPushButton* savePlot_ = nullptr;
 
     // Scope state.
     int receiver_ = 1;

@@ -25,6 +25,16 @@ ScopeRecord::ScopeRecord(ScopeHost& host, std::function<int()> receiver, QObject
     connect(Timer2, &QTimer::timeout, this, &ScopeRecord::Timer2_Timer);
 }
 
+void ScopeRecord::onReading(double seconds, const QByteArray& reply)
+{
+    RecordReading r;
+    r.seconds = seconds;
+    r.replied = !reply.isEmpty();
+    r.raw = r.replied ? static_cast<quint8>(reply.at(0)) : 0;
+    readings_.append(r);
+    emit reading(seconds, reply);
+}
+
 bool ScopeRecord::active() const
 {
     return Timer2->isActive();
@@ -36,6 +46,7 @@ void ScopeRecord::start(double minutes)
     host_.setPollEnabled(false);
     Timer2->start();
     ticks_ = 0;
+    readings_.clear();
     start_ = QTime::currentTime();
     nextLabelMinute_ = recordLabelStepMinutes(minutes_);
 }
@@ -64,7 +75,7 @@ void ScopeRecord::Timer2_Timer()
         const QByteArray reply = readScopeMeter(port, r);
         link->deliver(mailbox.get(), [self, x, reply] {
             if (self)
-                emit self->reading(x, reply);
+                self->onReading(x, reply);
         });
     });
     // The chosen time has run out: the recording ends by itself.

@@ -3,7 +3,10 @@
 // 2992 ms with the poll off, one read per tick (ticks that fall due while a read waits are merged),
 // until the chosen time has run out or a graticule redraw stops it. The window draws what comes.
 
+#include "ScopeExport.h"
+
 #include <QByteArray>
+#include <QList>
 #include <QObject>
 #include <QTime>
 #include <functional>
@@ -25,6 +28,7 @@ public:
     bool active() const;
     QTimer* timer() const { return Timer2; }
     QTime startTime() const { return start_; }
+    const QList<RecordReading>& readings() const { return readings_; }  // of the last recording
 
     void Timer2_Timer();
 
@@ -33,6 +37,8 @@ signals:
     void reading(double seconds, const QByteArray& reply);  // empty when the radio did not answer
 
 private:
+    void onReading(double seconds, const QByteArray& reply);
+
     ScopeHost& host_;
     std::function<int()> receiver_;
     QTimer* Timer2 = nullptr;
@@ -40,5 +46,6 @@ private:
     int ticks_ = 0;
     QTime start_;
     int nextLabelMinute_ = 0;
+    QList<RecordReading> readings_;
     std::shared_ptr<QObject> mailbox_;  // as the sweep's: outlives this object while a read is under way
 };

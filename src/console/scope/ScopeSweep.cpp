@@ -26,6 +26,7 @@ ScopeSweep::~ScopeSweep()
 void ScopeSweep::start()
 {
     busy_ = true;
+    passEnded_ = false;
     cancel_->store(false);
     startPass();
 }
@@ -44,6 +45,8 @@ void ScopeSweep::startPass()
     const int r = choices_.receiver();
     const SweepPlan plan = choices_.plan();
     passRunning_ = true;
+    plan_ = plan;
+    pass_.clear();
     qCDebug(lcScope) << "pass from" << plan.startKHz() << "step" << plan.step10Hz << "x 10 Hz," << plan.samples
                      << "samples";
     emit passStarted(plan, r);
@@ -64,17 +67,28 @@ void ScopeSweep::startPass()
             deliver(
                 [r, s](ScopeSweep* w) { w->host_.setFrequencyDisplay(r, formatNumber(s.kHz(), Pattern::Frequency)); });
         };
-        callbacks.sample = [&](const SweepSample& s) {
-            deliver([plan, s](ScopeSweep* w) { emit w->sampleRead(plan, s); });
-        };
+        callbacks.sample = [&](const SweepSample& s) { deliver([plan, s](ScopeSweep* w) { w->onSample(plan, s); }); };
         const SweepOutcome outcome = runSweepPass(port, plan, r, *cancel, callbacks);
         deliver([outcome](ScopeSweep* w) { w->onPassDone(outcome); });
     });
 }
 
+void ScopeSweep::onSample(const SweepPlan& plan, const SweepSample& sample)
+{
+    pass_.append(sample);
+    if (!passEnded_)
+        lastPass_ = pass_;
+    emit sampleRead(plan, sample);
+}
+
 void ScopeSweep::onPassDone(const SweepOutcome& outcome)
 {
     passRunning_ = false;
+    if (!outcome.cancelled && pass_.size() == plan_.samples) {
+        passEnded_ = true;
+        lastPass_ = pass_;
+        emit passFinished(plan_, pass_);
+    }
     if (choices_.anotherPass() && !cancel_->load() && !outcome.cancelled && host_.portOpen()) {
         startPass();
         return;

@@ -7,6 +7,7 @@
 #include "SweepJob.h"
 #include "SweepPlan.h"
 
+#include <QList>
 #include <QObject>
 #include <atomic>
 #include <functional>
@@ -31,21 +32,30 @@ public:
     void cancel();                       // the pass under way stops after its step, and no other pass follows
     bool busy() const { return busy_; }  // from start() to the end of the last pass
     bool passRunning() const { return passRunning_; }
+    // The samples of the last pass that ran to its end; of the pass under way or cut short when no
+    // pass of this sweep has ended yet.
+    const QList<SweepSample>& lastPass() const { return lastPass_; }
 
 signals:
     void passStarted(const SweepPlan& plan, int receiver);
     void sampleRead(const SweepPlan& plan, const SweepSample& sample);
+    void passFinished(const SweepPlan& plan, const QList<SweepSample>& samples);  // a whole pass, not a cut one
     void lastPassEnded();  // before the poll comes back: the scope tunes the receiver back to its centre
     void finished();       // the last pass has ended and the poll is on again
 
 private:
     void startPass();
+    void onSample(const SweepPlan& plan, const SweepSample& sample);
     void onPassDone(const SweepOutcome& outcome);
 
     ScopeHost& host_;
     Choices choices_;
     bool busy_ = false;
     bool passRunning_ = false;
+    SweepPlan plan_;
+    QList<SweepSample> pass_;  // the samples of the pass under way
+    QList<SweepSample> lastPass_;
+    bool passEnded_ = false;  // a pass of this sweep has run to its end
     std::shared_ptr<std::atomic<bool>> cancel_;
     // Results from the link thread are delivered to this object, which outlives the sweep for as
     // long as a job still holds it; the sweep itself may be gone by then.
