@@ -172,7 +172,10 @@ void Form1::Get_Status32(int stat)
         back([flags](Form1& f) { f.showFlags(1, flags); });
     };
     if (stat == 0)
-        link_.postMerged(JobKind::Poll, job);
+        link_.postTick(JobKind::Poll, [job, back](CatPort& port) {
+            job(port);
+            back([](Form1& f) { emit f.pollFinished(); });
+        });
     else
         link_.post(job);
 }

@@ -138,6 +138,8 @@ signals:
     void flagsShown(const FlagsView& view);
     void txAuthorizationChanged(bool authorized);
     void aboutToClose();
+    // A timer poll has run to its end on the link (whatever the radio answered).
+    void pollFinished();
 
 protected:
     void closeEvent(QCloseEvent* event) override;  // Form_QueryUnload

@@ -3,6 +3,9 @@
 #include "Clock.h"
 #include "LinkLog.h"
 #include "SerialPort.h"
+#include "Timing.h"
+
+#include <algorithm>
 
 bool CatPort::isOpen() const
 {
@@ -46,11 +49,72 @@ int CatPort::waiting()
     return port_.bytesWaiting();
 }
 
-QByteArray CatPort::request(const CatCommand& command, int waitMs, bool clearFirst)
+QByteArray CatPort::request(const CatCommand& command, int waitMs, bool clearFirst, int* waitingCount)
 {
-    if (clearFirst)
+    // With the fast link a request may end while its reply is still coming (a doubled or noisy
+    // reply): what is left over belongs to nobody, so every request that waits for a reply starts
+    // clean. The exact mode clears only where its procedures say so.
+    if (fastLink() && expectedReplyBytes(command) > 0) {
+        // A reply that the last request gave up on may still be coming in: let its tail arrive first,
+        // or it would be taken for the start of this reply.
+        if (overran_)
+            waitForQuiet(FastLink::WaitSliceMs);
         clear();
+    } else if (clearFirst) {
+        clear();
+    }
     send(command);
-    sleep(waitMs);
-    return read();
+    return awaitReply(command, waitMs, waitingCount);
+}
+
+QByteArray CatPort::awaitReply(const CatCommand& sent, int waitMs, int* waitingCount)
+{
+    const int expected = expectedReplyBytes(sent);
+    if (!fastLink() || expected <= 0) {
+        sleep(waitMs);
+        if (waitingCount)
+            *waitingCount = waiting();
+        return read();
+    }
+    waitForBytes(expected, waitMs);
+    QByteArray reply = read();
+    overran_ = reply.size() < expected;
+    // The first expected bytes complete the request; more than that is a doubled or noisy reply.
+    if (reply.size() > expected) {
+        qCDebug(lcTraffic) << "drop" << reply.mid(expected).toHex(' ');
+        reply.truncate(expected);
+    }
+    if (waitingCount)
+        *waitingCount = static_cast<int>(reply.size());
+    return reply;
+}
+
+void CatPort::waitForBytes(int count, int ceilingMs)
+{
+    const qint64 deadline = clock_.nowMs() + ceilingMs;
+    const auto left = [&] { return deadline - clock_.nowMs(); };
+    while (!stopping() && port_.bytesWaiting() < count) {
+        if (left() <= 0)
+            return;
+        const int slice = static_cast<int>(std::min<qint64>(left(), FastLink::WaitSliceMs));
+        const qint64 before = clock_.nowMs();
+        if (!port_.waitForReadyRead(slice) && clock_.nowMs() - before < slice / 2) {
+            // The port cannot wait (closed, or failing underneath): sit out the rest of the wait as
+            // the exact mode would, rather than asking it again and again.
+            sleep(static_cast<int>(std::max<qint64>(0, left())));
+            return;
+        }
+    }
+    // Complete: read on while more bytes follow at once (a reply sent twice), within the ceiling.
+    waitForQuiet(static_cast<int>(std::max<qint64>(0, left())));
+}
+
+void CatPort::waitForQuiet(int limitMs)
+{
+    const qint64 deadline = clock_.nowMs() + limitMs;
+    while (!stopping()) {
+        const qint64 left = deadline - clock_.nowMs();
+        if (left <= 0 || !port_.waitForReadyRead(static_cast<int>(std::min<qint64>(left, FastLink::QuietMs))))
+            return;
+    }
 }

@@ -43,10 +43,7 @@ FlagsReply GetFlags(CatPort& port, int arg)
     if (!port.isOpen())
         return r;
     r.ran = true;
-    port.send(CatCommand::make(Op::ReadFlags, arg));
-    port.sleep(Wait::Flags);
-    r.waiting = port.waiting();
-    r.bytes = port.read();
+    r.bytes = port.request(CatCommand::make(Op::ReadFlags, arg), Wait::Flags, /*clearFirst=*/false, &r.waiting);
     return r;
 }
 

@@ -2,28 +2,11 @@
 // The radio link's procedures, run on the link thread: exactly the bytes and waits the radio needs.
 
 #include "CatCommand.h"
+#include "Timing.h"
 
 #include <QByteArray>
 
 class CatPort;
-
-namespace Wait {
-// Every fixed wait on the link, in milliseconds.
-constexpr int StatusCurrentVfo = 100;
-constexpr int StatusBothVfos = 200;
-constexpr int Flags = 100;
-constexpr int Meter = 50;
-constexpr int ScopeMeter = 100;
-constexpr int ScopeTune = 50;
-constexpr int ChannelQueryShort = 150;  // "M > A", memory window opening
-constexpr int ChannelQueryLong = 250;   // "A > M", "VFO/M"
-constexpr int OneChannel = 250;
-constexpr int AllMemories = 5000;
-constexpr int Upload = 50;
-constexpr int Stepper = 50;
-constexpr int NavigatorRead = 75;
-constexpr int PortSettle = 50;
-}  // namespace Wait
 
 // The frame that sets a VFO: frq in units of 10 Hz as packed BCD, least significant pair first.
 // VFO 1 gives 0x0A, VFO 2 gives 0x8A, anything else an instruction byte of 0.

@@ -19,6 +19,7 @@ RadioLink::RadioLink(PortFactory makePort, std::shared_ptr<Clock> clock, Mode mo
         port_ = makePort();
         cat_ = std::make_unique<CatPort>(*port_, *clock_);
         cat_->setStopFlag(&stopping_);
+        cat_->setFastLink(fast_.load());
         open_ = port_->isOpen();
         return;
     }
@@ -36,6 +37,7 @@ RadioLink::RadioLink(PortFactory makePort, std::shared_ptr<Clock> clock, Mode mo
             port_ = makePort();
             cat_ = std::make_unique<CatPort>(*port_, *clock_);
             cat_->setStopFlag(&stopping_);
+            cat_->setFastLink(fast_.load());
             open_ = port_->isOpen();
             ThreadHandoff::release(this);
         },
@@ -122,23 +124,60 @@ void RadioLink::post(Job job)
 
 bool RadioLink::postMerged(int kind, Job job)
 {
-    Q_ASSERT(kind >= 0 && kind < 16);
-    int expected = 0;
-    if (!kinds_[kind].compare_exchange_strong(expected, 1))
-        return false;
+    return postKind(kind, std::move(job), /*rememberDue=*/false);
+}
+
+void RadioLink::postTick(int kind, Job job)
+{
+    postKind(kind, std::move(job), /*rememberDue=*/true);
+}
+
+bool RadioLink::postKind(int kind, Job job, bool rememberDue)
+{
+    Q_ASSERT(kind >= 0 && kind < KindCount);
+    {
+        std::lock_guard lock(kindsMutex_);
+        if (kinds_[kind] == Running && rememberDue)
+            due_[kind] = std::move(job);
+        if (kinds_[kind] != Idle)
+            return false;
+        kinds_[kind] = Waiting;
+    }
     post([this, kind, job = std::move(job)](CatPort& port) {
+        {
+            std::lock_guard lock(kindsMutex_);
+            kinds_[kind] = Running;
+        }
         job(port);
-        kinds_[kind] = 0;
+        Job next;
+        {
+            std::lock_guard lock(kindsMutex_);
+            kinds_[kind] = Idle;
+            next.swap(due_[kind]);
+        }
+        if (next && !stopping_.load())
+            postKind(kind, std::move(next), /*rememberDue=*/true);
     });
-    // Inline mode ran it already (or queued it behind the running job); a dropped post releases the kind.
-    if (stopping_.load())
-        kinds_[kind] = 0;
+    // A post dropped because the link is closing releases the kind.
+    if (stopping_.load()) {
+        std::lock_guard lock(kindsMutex_);
+        kinds_[kind] = Idle;
+        due_[kind] = nullptr;
+    }
     return true;
 }
 
 bool RadioLink::busyWith(int kind) const
 {
-    return kinds_[kind].load() != 0;
+    std::lock_guard lock(kindsMutex_);
+    return kinds_[kind] != Idle;
+}
+
+void RadioLink::setFastLink(bool on)
+{
+    fast_ = on;
+    if (cat_)
+        cat_->setFastLink(on);
 }
 
 void RadioLink::deliver(QObject* ctx, std::function<void()> fn)

@@ -10,6 +10,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 
 class SerialPort;
 class Clock;
@@ -36,7 +37,15 @@ public:
     // Posts the job unless one of the same kind is still waiting or running: ticks that fall due
     // meanwhile are merged. Returns false when merged.
     bool postMerged(int kind, Job job);
+    // A timer tick's job: merged with one of its kind that is still waiting; one that falls due while
+    // its kind runs is remembered (at most one, the newest) and posted as soon as the running one ends,
+    // behind whatever was posted meanwhile, as a tick that fired during a busy handler runs afterwards.
+    void postTick(int kind, Job job);
     bool busyWith(int kind) const;
+
+    // Fast link (see CatPort); from any thread, applies from the next request on.
+    void setFastLink(bool on);
+    bool fastLink() const { return fast_.load(); }
 
     // From inside a job: run fn on the thread of ctx (skipped if ctx is gone). Inline: at once.
     void deliver(QObject* ctx, std::function<void()> fn);
@@ -60,6 +69,8 @@ signals:
     void portStateChanged(bool open);
 
 private:
+    enum KindState { Idle = 0, Waiting = 1, Running = 2 };
+    bool postKind(int kind, Job job, bool rememberDue);
     void runOne(const Job& job);
     void afterJob();
 
@@ -72,7 +83,12 @@ private:
     std::atomic<bool> open_{false};
     std::atomic<int> pending_{0};
     std::atomic<bool> stopping_{false};
-    std::atomic<int> kinds_[16] = {};
+    std::atomic<bool> fast_{false};
+    // Per kind of mergeable job: its state, and the tick that fell due while it ran.
+    static constexpr int KindCount = 16;
+    mutable std::mutex kindsMutex_;
+    KindState kinds_[KindCount] = {};
+    Job due_[KindCount];
     // Inline mode: jobs posted from inside a job wait here until the running one ends.
     std::vector<Job> inlineQueue_;
     bool inlineRunning_ = false;

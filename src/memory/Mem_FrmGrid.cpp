@@ -10,6 +10,7 @@
 #include "MemoryPanel.h"
 #include "MemoryReadout.h"
 #include "RadioLink.h"
+#include "Timing.h"
 #include "Twips.h"
 
 #include <QHeaderView>
@@ -138,7 +139,7 @@ void Mem_Frm::ReadMemory(int mode)
 
 void Mem_Frm::readoutTick()
 {
-    const qint64 percent = readoutClock_.elapsed() * 100 / MemoryWait::AllChannels;
+    const qint64 percent = readoutClock_.elapsed() * 100 / Wait::AllMemories;
     Progress->setValue(static_cast<int>(std::min<qint64>(percent, 99)));
 }
 

@@ -27,14 +27,14 @@ std::optional<QByteArray> readOneChannel(CatPort& port, int channel)
     if (!port.isOpen())
         return std::nullopt;
     return port.request(CatCommand::make(Op::StatusRequest, StatusKind::OneChannel, 0, 0, channel),
-                        MemoryWait::OneChannel);
+                        Wait::OneChannel);
 }
 
 std::optional<QByteArray> readAllChannels(CatPort& port)
 {
     if (!port.isOpen())
         return std::nullopt;
-    return port.request(CatCommand::make(Op::StatusRequest, StatusKind::AllMemories), MemoryWait::AllChannels);
+    return port.request(CatCommand::make(Op::StatusRequest, StatusKind::AllMemories), Wait::AllMemories);
 }
 
 std::optional<int> queryStartChannel(CatPort& port)
@@ -42,7 +42,7 @@ std::optional<int> queryStartChannel(CatPort& port)
     if (!port.isOpen())
         return std::nullopt;
     const QByteArray reply =
-        port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentChannel), MemoryWait::OpenQuery);
+        port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentChannel), Wait::ChannelQueryShort);
     return firstByte(reply) + 1;
 }
 
@@ -98,13 +98,13 @@ UploadResult UploadMemory(CatPort& port, const QString& path, const std::functio
         const MemRecord& r = records[i - 1];
         bool awake = true;
         port.send(CatCommand::make(Op::SetMode, r.mde));
-        awake &= port.sleep(MemoryWait::UploadStep);
+        awake &= port.sleep(Wait::Upload);
         SetFreq(port, tenHzOf(r.freq), VfoA);
         port.send(CatCommand::make(Op::WriteMemory, i, MemoryWrite::WriteVfoA));
-        awake &= port.sleep(MemoryWait::UploadStep);
+        awake &= port.sleep(Wait::Upload);
         if (r.isMasked()) {
             port.send(CatCommand::make(Op::WriteMemory, i, MemoryWrite::Mask));
-            awake &= port.sleep(MemoryWait::UploadStep);
+            awake &= port.sleep(Wait::Upload);
         }
         result.channelsWritten = i;
         if (progress)
@@ -116,7 +116,7 @@ UploadResult UploadMemory(CatPort& port, const QString& path, const std::functio
     }
 
     backToVfo(port);
-    port.sleep(MemoryWait::UploadStep);
+    port.sleep(Wait::Upload);
     qCDebug(lcMemory) << "upload:" << result.channelsWritten << "channels";
     return result;
 }

@@ -13,13 +13,6 @@
 
 class CatPort;
 
-namespace MemoryWait {
-constexpr int OpenQuery = 150;   // the current channel, when the window opens
-constexpr int OneChannel = 250;  // one channel record
-constexpr int AllChannels = 5000;
-constexpr int UploadStep = 50;
-}  // namespace MemoryWait
-
 // A read that did not run because the port was closed is nothing; an empty reply is an empty array.
 std::optional<QByteArray> readOneChannel(CatPort& port, int channel);
 std::optional<QByteArray> readAllChannels(CatPort& port);

@@ -21,7 +21,7 @@ std::optional<double> ReadVfoFreq(CatPort& port)
     if (!port.isOpen())
         return std::nullopt;
     const QByteArray r =
-        port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo), NavigatorWait::ReadVfo);
+        port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo), Wait::NavigatorRead);
     if (r.size() < FrequencyLastByte)
         return std::nullopt;
     return decodeFrequency(byteAt(r, 2), byteAt(r, 3), byteAt(r, 4), byteAt(r, 5));
@@ -48,7 +48,7 @@ std::optional<double> stepperTick(CatPort& port, const StepperState& step, doubl
     if (!port.isOpen() || !step.held())
         return std::nullopt;
     port.send(CatCommand::make(step.StepOp, step.StepSel));
-    port.sleep(NavigatorWait::Step);
+    port.sleep(Wait::Stepper);
     const StepOutcome o = applyStep(kHz, step.StepKHz);
     if (o.reread)
         return ReadVfoFreq(port).value_or(o.kHz);

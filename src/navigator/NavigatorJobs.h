@@ -9,11 +9,6 @@
 class CatPort;
 struct StepperState;
 
-namespace NavigatorWait {
-constexpr int Step = 50;     // after a step instruction
-constexpr int ReadVfo = 75;  // after the current-VFO request
-}  // namespace NavigatorWait
-
 // The radio's current VFO frequency in kHz: 00 00 00 02 10, 75 ms, read; bytes 2-5 of the record
 // as a count of 1/1600 kHz. Nothing when the port is closed or the reply is too short to hold them.
 std::optional<double> ReadVfoFreq(CatPort& port);

@@ -2,6 +2,8 @@
 
 #include "LineSettings.h"
 
+#include <algorithm>
+
 bool FakeSerialPort::setSettings(const QString& text, QString* error)
 {
     if (!settingsError.isEmpty()) {
@@ -34,16 +36,59 @@ void FakeSerialPort::write(const QByteArray& bytes)
         return;
     writes.append({clock_ ? clock_->nowMs() : 0, bytes});
     log(QStringLiteral("write ") + QString::fromLatin1(bytes.toHex(' ').toUpper()));
+    QByteArray reply;
     if (!script_.empty()) {
-        inbox_ += script_.front();
+        reply = script_.front();
         script_.pop_front();
     } else if (responder) {
-        inbox_ += responder(bytes);
+        reply = responder(bytes);
     }
+    if (replyDelayMs == 0 && msPerByte == 0) {
+        inbox_ += reply;
+        return;
+    }
+    const qint64 now = clock_ ? clock_->nowMs() : 0;
+    // A reply starts after the previous one has left the line.
+    qint64 t = std::max(now + replyDelayMs, onTheLine_.empty() ? qint64(0) : onTheLine_.back().first);
+    for (const char b : reply) {
+        t += msPerByte;
+        onTheLine_.emplace_back(t, b);
+    }
+}
+
+void FakeSerialPort::arrive()
+{
+    const qint64 now = clock_ ? clock_->nowMs() : 0;
+    while (!onTheLine_.empty() && (clock_ == nullptr || onTheLine_.front().first <= now)) {
+        inbox_ += onTheLine_.front().second;
+        onTheLine_.pop_front();
+    }
+}
+
+int FakeSerialPort::bytesWaiting()
+{
+    arrive();
+    return static_cast<int>(inbox_.size());
+}
+
+bool FakeSerialPort::waitForReadyRead(int ms)
+{
+    arrive();
+    if (!open_ || clock_ == nullptr)
+        return false;
+    // The wait ends when the next byte arrives, or after ms when none comes in time.
+    const qint64 now = clock_->nowMs();
+    const bool comes = !onTheLine_.empty() && onTheLine_.front().first <= now + ms;
+    const qint64 waited = comes ? std::max(qint64(0), onTheLine_.front().first - now) : ms;
+    clock_->advance(waited);
+    log(QStringLiteral("wait %1").arg(waited));
+    arrive();
+    return comes;
 }
 
 QByteArray FakeSerialPort::readAll()
 {
+    arrive();
     QByteArray out;
     out.swap(inbox_);
     log(QStringLiteral("read %1").arg(out.size()));

@@ -28,7 +28,8 @@ public:
     bool isOpen() const override { return open_; }
     void write(const QByteArray& bytes) override;
     QByteArray readAll() override;
-    int bytesWaiting() override { return static_cast<int>(inbox_.size()); }
+    int bytesWaiting() override;
+    bool waitForReadyRead(int ms) override;
     bool failed() const override { return failed_; }
 
     // Scripting. Replies queued with queueReply() answer the next writes, one each, in order (an
@@ -36,6 +37,12 @@ public:
     void queueReply(const QByteArray& reply) { script_.push_back(reply); }
     std::function<QByteArray(const QByteArray& command)> responder;
     void inject(const QByteArray& bytes) { inbox_ += bytes; }  // bytes arriving unasked
+
+    // The line's pace, on the fake clock. With both 0 (the default) a reply is there the moment its
+    // command is written. Otherwise its first byte arrives replyDelayMs after the write and each byte
+    // takes msPerByte, so a test sees a reply arrive over time and a wait that ends when it is complete.
+    int replyDelayMs = 0;
+    int msPerByte = 0;
 
     // Failure switches.
     QString openError;           // non-empty: open() fails with it
@@ -57,6 +64,8 @@ private:
     QString device_;
     QString settings_ = QStringLiteral("4800,n,8,2");
     bool open_ = false;
+    void arrive();  // moves the bytes whose time has come into the inbox
     QByteArray inbox_;
+    std::deque<std::pair<qint64, char>> onTheLine_;  // bytes still travelling: arrival time, byte
     std::deque<QByteArray> script_;
 };

@@ -130,6 +130,13 @@ int QtSerialPort::bytesWaiting()
     return static_cast<int>(port_->bytesAvailable());
 }
 
+bool QtSerialPort::waitForReadyRead(int ms)
+{
+    if (!port_->isOpen())
+        return false;
+    return port_->waitForReadyRead(ms);
+}
+
 bool QtSerialPort::failed() const
 {
     return failed_;

@@ -21,6 +21,7 @@ public:
     void write(const QByteArray& bytes) override;
     QByteArray readAll() override;
     int bytesWaiting() override;
+    bool waitForReadyRead(int ms) override;
     bool failed() const override;
 
 private:

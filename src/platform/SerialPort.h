@@ -25,6 +25,9 @@ public:
     // Every byte that has arrived since the last read; empties the receive buffer.
     virtual QByteArray readAll() = 0;
     virtual int bytesWaiting() = 0;
+    // Blocks until more bytes have arrived or ms milliseconds have passed; true when bytes arrived.
+    // Waiting for a reply this way ends the wait as soon as the reply is there, without spinning.
+    virtual bool waitForReadyRead(int ms) = 0;
 
     // True once the device has gone away underneath an open port (adapter pulled, pty closed).
     virtual bool failed() const { return false; }

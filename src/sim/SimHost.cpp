@@ -309,7 +309,7 @@ void SimHost::serve()
             replugAt = now + milliseconds(reply.closeLineMs);
             return;
         }
-        queue(reply.bytes, inFree + milliseconds(reply.extraDelayMs));
+        queue(reply.bytes, inFree + milliseconds(reply.extraDelayMs + replyDelayMs_.load()));
     };
 
     // An unplug or replug asked through the wake pipe; false for the stop request.

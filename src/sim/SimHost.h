@@ -56,6 +56,10 @@ public:
     bool pluggedIn() const;
     int closures() const;  // how often the terminal went away, by unplug() or by a close fault
 
+    // A radio that takes this long to start each reply after the command's last byte (default 0).
+    void setReplyDelayMs(int ms) { replyDelayMs_ = ms; }
+    int replyDelayMs() const { return replyDelayMs_.load(); }
+
     VirtualRadio& radio();
     // The line's faults; installed on the radio the first time they are asked for.
     LineFaults& faults();
@@ -81,6 +85,7 @@ private:
     QString path_;  // the terminal
     std::atomic<bool> plugged_{false};
     std::atomic<int> closures_{0};
+    std::atomic<int> replyDelayMs_{0};
     // An unplug or replug asked of the serving thread: done when served_ reaches asked_.
     std::mutex requestSerial_;  // one unplug or replug at a time
     std::mutex requestMutex_;

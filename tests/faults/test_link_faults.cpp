@@ -1,7 +1,7 @@
 // The radio link on its thread, with the real serial adapter, polling the misbehaving virtual radio
 // the way the main window does (status, meters, flags, decoded on the window's thread), with the
 // port watch that brings a lost device back. No window: this one also runs under the thread and
-// address sanitizers.
+// address sanitizers. Built twice: once with the exact link, once with the fast link (FT_FAST_LINK).
 #include "FaultRun.h"
 #include "FlagsDecoder.h"
 #include "MeterDecoder.h"
@@ -19,6 +19,12 @@
 #include <memory>
 
 namespace {
+#ifdef FT_FAST_LINK
+constexpr bool FastLink = true;
+#else
+constexpr bool FastLink = false;
+#endif
+
 // The main window's poll without the window: a 250 ms timer posting merged poll jobs.
 class Poller : public QObject {
 public:
@@ -38,7 +44,7 @@ private:
     {
         if (!link_.portOpen())
             return;
-        link_.postMerged(JobKind::Poll, [this, link = &link_](CatPort& port) {
+        link_.postTick(JobKind::Poll, [this, link = &link_](CatPort& port) {
             const StatusReply status = Get_Status32(port);
             if (!status.ran)
                 return;
@@ -79,6 +85,7 @@ struct Bench {
                 return std::unique_ptr<SerialPort>(std::move(port));
             },
             clock);
+        link->setFastLink(FastLink);
         watch = std::make_unique<PortWatch>(*link);
         watch->start();
         poller = std::make_unique<Poller>(*link);

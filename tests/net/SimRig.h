@@ -77,7 +77,7 @@ public:
 private:
     void pollTick()
     {
-        link->postMerged(JobKind::Poll, [this](CatPort& port) {
+        link->postTick(JobKind::Poll, [this](CatPort& port) {
             const StatusReply status = Get_Status32(port);
             MeterReplies meters;
             FlagsReply flags;

@@ -14,9 +14,7 @@ CatCommand meterRequest(int receiver)
 
 QByteArray readScopeMeter(CatPort& port, int receiver)
 {
-    port.send(meterRequest(receiver));
-    port.sleep(Wait::ScopeMeter);
-    return port.read();
+    return port.request(meterRequest(receiver), Wait::ScopeMeter);
 }
 
 SweepOutcome runSweepPass(CatPort& port, const SweepPlan& plan, int receiver, const std::atomic<bool>& cancel,
