@@ -29,7 +29,10 @@ AppOptions parseAppOptions(const QStringList& arguments)
         QStringLiteral("rigctld"),
         QStringLiteral("Share the radio with rigctld clients on [ADDRESS:]PORT (default address 127.0.0.1)."),
         QStringLiteral("[address:]port"));
-    parser.addOptions({simulate, model, port, settings, rigctld, screenshot, dump});
+    const QCommandLineOption fastLink(
+        QStringLiteral("fast-link"),
+        QStringLiteral("Read each reply as soon as it is complete, for this run (Setup > Fast Link keeps it)."));
+    parser.addOptions({simulate, model, port, settings, rigctld, fastLink, screenshot, dump});
     parser.process(arguments);
 
     AppOptions o;
@@ -43,6 +46,7 @@ AppOptions parseAppOptions(const QStringList& arguments)
     o.settingsFile = parser.value(settings);
     o.dumpState = parser.isSet(dump);
     o.rigctld = parser.value(rigctld);
+    o.fastLink = parser.isSet(fastLink);
     if (parser.isSet(screenshot)) {
         const QStringList parts = parser.value(screenshot).split(u',');
         o.screenshot = parts.value(0);

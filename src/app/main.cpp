@@ -2,6 +2,7 @@
 #include "AppIcon.h"
 #include "AppOptions.h"
 #include "AppWindows.h"
+#include "FastLinkControl.h"
 #include "Form1.h"
 #include "IniSettingsStore.h"
 #include "NetworkControl.h"
@@ -80,6 +81,7 @@ int main(int argc, char* argv[])
     if (!device.isEmpty())
         form->setPortOverride(device);
     auto network = std::make_unique<NetworkControl>(*form, *settings);
+    auto fastLink = std::make_unique<FastLinkControl>(*form, *settings, options.fastLink);
     form->Form_Load();
     form->show();
     QString netError;
@@ -94,9 +96,13 @@ int main(int argc, char* argv[])
         });
     }
     const int rc = app.exec();
-    if (options.dumpState)
+    if (options.dumpState) {
         dumpState(*form);
+        std::printf("fastLink=%d\npollRate=%s\n", fastLink->on() ? 1 : 0, qPrintable(fastLink->rateText()));
+        std::fflush(stdout);
+    }
     network.reset();
+    fastLink.reset();
     windows.closeAll();  // they save their settings through the main window, so before it goes
     form.reset();
     link.waitForIdle();  // the last jobs (unkeying a networked transmitter) still go out

@@ -12,6 +12,8 @@
 
 namespace {
 constexpr double DefaultFaultRate = 0.1;
+// Longer than any wait the program gives a reply: a radio this slow is a silent one.
+constexpr int MaxReplyDelayMs = 10000;
 }
 
 int main(int argc, char* argv[])
@@ -47,6 +49,11 @@ int main(int argc, char* argv[])
         QStringLiteral("A stable path to serve on: a link to the terminal, gone while the terminal is closed."),
         QStringLiteral("path"));
     parser.addOption(linkOption);
+    const QCommandLineOption delayOption(
+        QStringLiteral("reply-delay"),
+        QStringLiteral("Milliseconds the radio takes before it starts each reply (a slow radio); default 0."),
+        QStringLiteral("ms"), QStringLiteral("0"));
+    parser.addOption(delayOption);
     parser.process(app);
 
     QTextStream err(stderr);
@@ -80,6 +87,14 @@ int main(int argc, char* argv[])
         return 2;
     }
 
+    bool delayOk = false;
+    const int replyDelay = parser.value(delayOption).toInt(&delayOk);
+    if (!delayOk || replyDelay < 0 || replyDelay > MaxReplyDelayMs) {
+        err << "ft1000-sim: the reply delay must be a whole number of milliseconds from 0 to " << MaxReplyDelayMs
+            << '\n';
+        return 2;
+    }
+
     // The signals are taken by sigwait below; blocked before the serving thread starts, so that thread
     // inherits the mask and never sees them.
     sigset_t stopSignals;
@@ -89,6 +104,7 @@ int main(int argc, char* argv[])
     pthread_sigmask(SIG_BLOCK, &stopSignals, nullptr);
 
     SimHost host(model);
+    host.setReplyDelayMs(replyDelay);
     if (parser.isSet(linkOption))
         host.setLinkPath(parser.value(linkOption));
     if (!faults.isEmpty()) {

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -101,6 +102,33 @@ private slots:
         QCOMPARE(saved.value(QStringLiteral("Startup/Width")).toString(), QStringLiteral("7035"));
     }
 
+    void fastLinkForTheRunOnlyAndThePollRateInTheStatusBar_data()
+    {
+        QTest::addColumn<bool>("fast");
+        QTest::newRow("exact") << false;
+        QTest::newRow("--fast-link") << true;
+    }
+    void fastLinkForTheRunOnlyAndThePollRateInTheStatusBar()
+    {
+        QFETCH(bool, fast);
+        QTemporaryDir dir;
+        const QString ini = dir.filePath(QStringLiteral("ft1000cat.ini"));
+        QStringList args{QStringLiteral("--simulate"), QStringLiteral("--settings"), ini,
+                         QStringLiteral("--screenshot"), dir.filePath(QStringLiteral("s.png")) + QStringLiteral(",4000"),
+                         QStringLiteral("--dump-state")};
+        if (fast)
+            args << QStringLiteral("--fast-link");
+        const Run r = runProgram(args);
+        QCOMPARE(r.exitCode, 0);
+        QCOMPARE(r.state.value(QStringLiteral("Label2(1)")), expectedVfoA());
+        QCOMPARE(r.state.value(QStringLiteral("fastLink")), fast ? QStringLiteral("1") : QStringLiteral("0"));
+        const QString rate = r.state.value(QStringLiteral("pollRate"));
+        QVERIFY2(QRegularExpression(QStringLiteral("^\\d+\\.\\d polls/s$")).match(rate).hasMatch(), qPrintable(rate));
+        // --fast-link is for the run: nothing of it is stored.
+        QSettings saved(ini, QSettings::IniFormat);
+        QVERIFY(!saved.contains(QStringLiteral("Settings/FastLink")));
+    }
+
     void versionIsTheProjectVersion()
     {
         QProcess p;
@@ -117,7 +145,8 @@ private slots:
                 {QStringLiteral("--help"), QStringLiteral("-platform"), QStringLiteral("offscreen")});
         QVERIFY(p.waitForFinished(20000));
         const QString help = QString::fromLocal8Bit(p.readAllStandardOutput());
-        for (const char* option : {"--simulate", "--model", "--port", "--settings", "--rigctld", "--version"})
+        for (const char* option :
+             {"--simulate", "--model", "--port", "--settings", "--rigctld", "--fast-link", "--version"})
             QVERIFY2(help.contains(QLatin1String(option)), option);
     }
 

@@ -1,0 +1,42 @@
+#pragma once
+// The fast link beside the main window: the Setup menu's "Fast Link" item and its stored choice, the
+// run's own --fast-link, and the polls per second in the status bar.
+
+#include "PollRate.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+
+class Form1;
+class QAction;
+class QLabel;
+class QTimer;
+class SettingsStore;
+
+namespace FastLinkSetting {
+inline const QString Section = QStringLiteral("Settings");
+inline const QString Key = QStringLiteral("FastLink");
+}  // namespace FastLinkSetting
+
+class FastLinkControl : public QObject {
+    Q_OBJECT
+public:
+    // forRun: --fast-link, on for this run whatever is stored, and nothing stored by it.
+    FastLinkControl(Form1& form, SettingsStore& settings, bool forRun, QObject* parent = nullptr);
+
+    bool on() const;
+    QAction* menuItem() const { return item_; }
+    QString rateText() const;
+
+private:
+    void apply(bool on);
+    void showRate();
+
+    Form1& form_;
+    SettingsStore& settings_;
+    QAction* item_ = nullptr;
+    QLabel* status_ = nullptr;
+    QTimer* refresh_ = nullptr;
+    PollRate rate_;
+    QElapsedTimer since_;
+};
