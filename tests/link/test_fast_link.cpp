@@ -30,11 +30,11 @@ private slots:
         line.serial.queueReply(counting(32, 101));
         const StatusReply r = Get_Status32(line.port);
         QCOMPARE(r.record, counting(16, 1) + counting(16, 117));
-        // 16 bytes at 2 ms, then 32 bytes at 2 ms, each followed by 5 ms of quiet line: 37 ms and
-        // 69 ms in place of 100 ms and 200 ms.
+        // 16 bytes at 2 ms, then 32 bytes at 2 ms, each followed by 3 ms of quiet line: 35 ms and
+        // 67 ms in place of 100 ms and 200 ms.
         QCOMPARE(line.serial.writes.size(), 2);
-        QCOMPARE(line.serial.writes[1].atMs, 37);
-        QCOMPARE(line.clock.nowMs(), 106);
+        QCOMPARE(line.serial.writes[1].atMs, 35);
+        QCOMPARE(line.clock.nowMs(), 102);
         QCOMPARE(line.sleeps(), 0);
     }
 
@@ -61,8 +61,8 @@ private slots:
                               QStringLiteral("80 00 00 00 F7"), QStringLiteral("F1 00 00 00 F7"),
                               QStringLiteral("00 00 00 01 FA")}));
         QCOMPARE(exact.clock.nowMs(), 100 + 200 + 4 * 50 + 100);
-        // 16 + 32 + 4 * 5 + 6 bytes at 2 ms each, and 5 ms of quiet line after each of the 7 replies.
-        QCOMPARE(fast.clock.nowMs(), 2 * (16 + 32 + 4 * 5 + 6) + 7 * 5);
+        // 16 + 32 + 4 * 5 + 6 bytes at 2 ms each, and 3 ms of quiet line after each of the 7 replies.
+        QCOMPARE(fast.clock.nowMs(), 2 * (16 + 32 + 4 * 5 + 6) + 7 * 3);
     }
 
     void neverWaitsLongerThanTheFixedWait_data()
@@ -99,7 +99,7 @@ private slots:
         const QByteArray r = line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo),
                                                Wait::StatusCurrentVfo);
         QCOMPARE(r, counting(16, 1));
-        QCOMPARE(line.clock.nowMs(), 30 + 2 * 16 + 5);
+        QCOMPARE(line.clock.nowMs(), 30 + 2 * 16 + 3);
     }
 
     void emptyStatusReplyIsAnEmptyRecordAsInTheExactMode()
@@ -108,9 +108,9 @@ private slots:
         const StatusReply r = Get_Status32(line.port);
         QVERIFY(r.ran);
         QVERIFY(r.record.isEmpty());
-        // Each request waits its whole fixed time; before the second, 5 ms for a late first reply.
-        QCOMPARE(line.serial.writes[1].atMs, 105);
-        QCOMPARE(line.clock.nowMs(), 305);
+        // Each request waits its whole fixed time; before the second, 3 ms for a late first reply.
+        QCOMPARE(line.serial.writes[1].atMs, 103);
+        QCOMPARE(line.clock.nowMs(), 303);
         StatusRecord store;
         QVERIFY(decodeStatus(store, r.record).noLink);
     }
@@ -123,7 +123,7 @@ private slots:
         const StatusReply r = Get_Status32(line.port);
         QCOMPARE(r.record, counting(16, 1) + counting(16, 117));
         // The copy came straight after the first: it was read off, not left for the next request.
-        QCOMPARE(line.serial.writes[1].atMs, 2 * 32 + 5);
+        QCOMPARE(line.serial.writes[1].atMs, 2 * 32 + 3);
     }
 
     void doubledFlagsReplyIsDecodedFromItsFirstSixBytes()
@@ -174,11 +174,11 @@ private slots:
         QCOMPARE(line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::OneChannel, 0, 0, 5),
                                    Wait::OneChannel),
                  counting(16, 1));
-        QCOMPARE(line.clock.nowMs(), 37);
+        QCOMPARE(line.clock.nowMs(), 35);
         QCOMPARE(line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentChannel),
                                    Wait::ChannelQueryLong),
                  bytes({4}));
-        QCOMPARE(line.clock.nowMs(), 44);
+        QCOMPARE(line.clock.nowMs(), 40);
     }
 
     void fullReadOutEndsWithItsLastByte()
@@ -188,7 +188,7 @@ private slots:
         const QByteArray r =
             line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::AllMemories), Wait::AllMemories);
         QCOMPARE(r.size(), 1863);
-        QCOMPARE(line.clock.nowMs(), 2 * 1863 + 5);
+        QCOMPARE(line.clock.nowMs(), 2 * 1863 + 3);
     }
 
     void waitsThatAreNotForAReplyStayInFull()
