@@ -10,7 +10,7 @@ namespace Op {
 constexpr quint8 Split = 0x01;          // P4: 0 off, 1 on
 constexpr quint8 RecallMemory = 0x02;   // P4: channel
 constexpr quint8 WriteMemory = 0x03;    // P3: 0 write VFO-A, 1 mask, 2 unmask; P4: channel
-constexpr quint8 VfoSelect = 0x05;      // P4: 0 back to VFO, 1 swap (A <> B)
+constexpr quint8 VfoSelect = 0x05;      // P4: the VFO the main controls work: 0 VFO-A (back to VFO), 1 VFO-B
 constexpr quint8 MemoryToVfoA = 0x06;   // P4: channel
 constexpr quint8 StepUp = 0x07;         // P4: 0 100 kHz, 1 1 MHz
 constexpr quint8 StepDown = 0x08;       // P4 as StepUp

@@ -22,6 +22,9 @@ constexpr int Upload = 50;
 constexpr int Stepper = 50;
 constexpr int NavigatorRead = 75;
 constexpr int PortSettle = 50;
+// After each step of setting VFO-B's mode (select VFO-B, mode, select VFO-A), as the upload leaves
+// after its mode command and its return to VFO operation, so the radio has acted on one before the next.
+constexpr int VfoModeStep = 50;
 }  // namespace Wait
 
 namespace FastLink {

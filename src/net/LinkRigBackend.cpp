@@ -18,9 +18,6 @@ constexpr int SetFreqVfoB = 2;
 // P4 of the VFO selection instruction: the VFO the radio's main controls then work.
 constexpr int SelectVfoA = 0;
 constexpr int SelectVfoB = 1;
-// The pause after each step of setting VFO-B's mode, as the program leaves after a mode command or
-// a return to VFO-A in its own command sequences, so the radio has acted on one before the next.
-constexpr int VfoBModeStepWaitMs = 50;
 
 // The VFO frequency in Hz from the decoded status: the display figure less the receive
 // clarifier when it is on, on the radio's 10 Hz grid.
@@ -118,11 +115,11 @@ void LinkRigBackend::setVfoBMode(int modeCode)
         if (!port.isOpen())
             return;
         port.send(CatCommand::make(Op::VfoSelect, SelectVfoB));
-        port.sleep(VfoBModeStepWaitMs);
+        port.sleep(Wait::VfoModeStep);
         port.send(CatCommand::make(Op::SetMode, modeCode));
-        port.sleep(VfoBModeStepWaitMs);
+        port.sleep(Wait::VfoModeStep);
         port.send(CatCommand::make(Op::VfoSelect, SelectVfoA));
-        port.sleep(VfoBModeStepWaitMs);
+        port.sleep(Wait::VfoModeStep);
     });
     snap_.modeB = modeCode;
     hold(modeB_, modeCode);
