@@ -155,8 +155,13 @@ bool RadioLink::postKind(int kind, Job job, bool rememberDue)
             kinds_[kind] = Idle;
             next.swap(due_[kind]);
         }
+        // Posted from the poster's side, as the timer would have: between the two the link is idle
+        // for a moment, so that waiting for an idle link ends while the poll runs on.
         if (next && !stopping_.load())
-            postKind(kind, std::move(next), /*rememberDue=*/true);
+            deliver(this, [this, kind, next = std::move(next)]() mutable {
+                if (!stopping_.load())
+                    postKind(kind, std::move(next), /*rememberDue=*/true);
+            });
     });
     // A post dropped because the link is closing releases the kind.
     if (stopping_.load()) {
