@@ -26,6 +26,11 @@ qint64 vfoHz(const VfoStatus& v)
     const double kHz = v.kHz - (v.rxClar ? v.clarKHz : 0.0);
     return std::llround(kHz * HzPerKHz / HzPerStep) * HzPerStep;
 }
+
+ClarifierState clarifier(const VfoStatus& v)
+{
+    return {v.rxClar, v.txClar, static_cast<int>(std::lround(v.clarKHz * HzPerKHz))};
+}
 }  // namespace
 
 LinkRigBackend::LinkRigBackend(RadioLink& link, std::shared_ptr<Clock> clock)
@@ -34,6 +39,15 @@ LinkRigBackend::LinkRigBackend(RadioLink& link, std::shared_ptr<Clock> clock)
 }
 
 LinkRigBackend::~LinkRigBackend() = default;
+
+SharedRigState LinkRigBackend::sharedState() const
+{
+    SharedRigState s;
+    s.rig = snap_;
+    s.clarifierA = clarA_;
+    s.clarifierB = clarB_;
+    return s;
+}
 
 bool LinkRigBackend::linkUp() const
 {
@@ -70,6 +84,8 @@ void LinkRigBackend::update(const StatusView& status, const FlagsView& flags, in
         if (status.b.mode)
             snap_.modeB = settle(modeB_, status.b.mode->code);
         snap_.mainSMeterRaw = mainSMeterRaw;
+        clarA_ = clarifier(status.a);
+        clarB_ = clarifier(status.b);
     }
     if (flags.decoded && !flags.markV) {
         snap_.split = settle(split_, flags.split);

@@ -9,8 +9,12 @@
 // even when a poll that started before the set reports the old one.
 //
 // Frequencies are the VFO frequencies without the receive clarifier, in Hz.
+//
+// The sharing ports use the same object through SharedRig: one snapshot, one set of holds and one
+// transmit gate for every front door.
 
 #include "RigBackend.h"
+#include "SharedRig.h"
 
 #include <QtGlobal>
 #include <memory>
@@ -21,7 +25,7 @@ class Clock;
 struct StatusView;
 struct FlagsView;
 
-class LinkRigBackend final : public RigBackend {
+class LinkRigBackend final : public RigBackend, public SharedRig {
 public:
     // How long a set value outlives polls that disagree with it: one poll still on the wire when
     // the set was posted, the pause, and the next whole poll.
@@ -38,11 +42,15 @@ public:
     void setTxAuthorized(bool on);
 
     RigSnapshot snapshot() const override { return snap_; }
+    // The snapshot with the clarifiers of the last status record; the poll does not read the memory
+    // channel, so it stays 0.
+    SharedRigState sharedState() const override;
     bool linkUp() const override;
     bool txAuthorized() const override { return txAuthorized_; }
     void setFrequency(RigVfo vfo, qint64 hz) override;
     void setMode(int modeCode) override;
     void setVfoBMode(int modeCode) override;
+    void setModeB(int modeCode) override { setVfoBMode(modeCode); }
     void setSplit(bool on) override;
     void setPtt(bool on) override;
 
@@ -60,6 +68,7 @@ private:
     RadioLink& link_;
     std::shared_ptr<Clock> clock_;
     RigSnapshot snap_;
+    ClarifierState clarA_, clarB_;
     bool txAuthorized_ = false;
     bool netKeyed_ = false;  // the last PTT a client sent was "on"
     Hold<qint64> freqA_, freqB_;

@@ -1,5 +1,6 @@
 // The server's radio over the radio link: the bytes each set sends, and the snapshot the poll feeds.
 
+#include "CatCommand.h"
 #include "FakeClock.h"
 #include "FakeSerialPort.h"
 #include "FlagsDecoder.h"
@@ -287,6 +288,82 @@ private slots:
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, true), 0);  // keyed on the panel
         r.backend.setTxAuthorized(false);
         QVERIFY(r.writes().isEmpty());
+    }
+
+    void theSharedStateCarriesTheSnapshotAndTheClarifiers()
+    {
+        Rig r;
+        StatusView v = status(14074.5, 1, 7074.0, 0);
+        v.a.rxClar = true;
+        v.a.clarKHz = 0.5;
+        v.b.txClar = true;
+        v.b.clarKHz = -1.25;
+        r.backend.update(v, flags(true, false), 120);
+        const SharedRig& rig = r.backend;
+        const SharedRigState s = rig.sharedState();
+        QCOMPARE(s.rig.vfoAHz, 14074000);
+        QCOMPARE(s.rig.vfoBHz, 7074000);
+        QVERIFY(s.rig.split);
+        QCOMPARE(s.rig.mainSMeterRaw, 120);
+        QVERIFY(s.clarifierA.rxOn);
+        QVERIFY(!s.clarifierA.txOn);
+        QCOMPARE(s.clarifierA.offsetHz, 500);
+        QVERIFY(!s.clarifierB.rxOn);
+        QVERIFY(s.clarifierB.txOn);
+        QCOMPARE(s.clarifierB.offsetHz, -1250);
+        QCOMPARE(s.memoryChannel, 0);
+    }
+
+    void noLinkKeepsTheClarifiers()
+    {
+        Rig r;
+        StatusView v = status(14074.0, 1, 7074.0, 0);
+        v.a.txClar = true;
+        v.a.clarKHz = 0.2;
+        r.backend.update(v, FlagsView{}, 0);
+        StatusView none;
+        none.noLink = true;
+        r.backend.update(none, FlagsView{}, 0);
+        QVERIFY(r.backend.sharedState().clarifierA.txOn);
+        QCOMPARE(r.backend.sharedState().clarifierA.offsetHz, 200);
+    }
+
+    void aSetThroughTheSharedPathShowsInBothViews()
+    {
+        Rig r;
+        r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, false), 0);
+        SharedRig& rig = r.backend;
+        rig.setFrequency(RigVfo::B, 7076000);
+        rig.setSplit(true);
+        QCOMPARE(r.writes(), (QStringList{"00 76 70 00 8A", "00 00 00 01 01"}));
+        // One state behind both front doors: the server sees what a sharing port set.
+        QCOMPARE(r.backend.snapshot().vfoBHz, 7076000);
+        QVERIFY(r.backend.snapshot().split);
+        QCOMPARE(rig.sharedState().rig.vfoBHz, 7076000);
+    }
+
+    void setModeBIsTheVfoBModeJob()
+    {
+        Rig r;
+        r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);
+        SharedRig& rig = r.backend;
+        rig.setModeB(ModeCode::Cw);
+        QCOMPARE(r.clock->events, (QStringList{"write 00 00 00 01 05", "sleep 50", "write 00 00 00 02 0C", "sleep 50",
+                                               "write 00 00 00 00 05", "sleep 50"}));
+        QCOMPARE(rig.sharedState().rig.modeB, ModeCode::Cw);
+        QCOMPARE(r.backend.snapshot().modeB, ModeCode::Cw);
+    }
+
+    void theSharedGateIsTheServersGate()
+    {
+        Rig r;
+        const SharedRig& rig = r.backend;
+        QVERIFY(!rig.txAuthorized());
+        r.backend.setTxAuthorized(true);
+        QVERIFY(rig.txAuthorized());
+        QVERIFY(rig.linkUp());
+        r.link.runBlocking([](CatPort& port) { port.serial().close(); });
+        QVERIFY(!rig.linkUp());
     }
 
     void linkUpFollowsThePort()
