@@ -14,13 +14,12 @@
 #include <deque>
 
 namespace {
-using SteadyClock = std::chrono::steady_clock;
+using SteadyClock = FrameAssembler::Clock;
 
 // While a fault hook is installed the host looks for unsolicited bytes this often; without one it still
 // wakes now and then, so that a hook installed meanwhile is noticed.
 constexpr auto HookIdlePeriod = std::chrono::milliseconds(20);
 constexpr auto IdlePeriod = std::chrono::milliseconds(100);
-constexpr int CommandBytes = 5;
 
 // What a byte on the wake pipe asks of the serving thread.
 constexpr char StopRequest = 1;
@@ -259,7 +258,6 @@ void SimHost::serve()
 {
     using namespace std::chrono;
     const auto byteTime = duration_cast<SteadyClock::duration>(duration<double, std::milli>(SimLine::ByteMs));
-    const auto frameTimeout = milliseconds(SimLine::FrameTimeoutMs);
 
     // Reply bytes waiting for their moment on the line.
     std::deque<std::pair<SteadyClock::time_point, char>> out;
@@ -267,8 +265,7 @@ void SimHost::serve()
     // have delivered the last byte received: the pseudo-terminal itself carries bytes instantly.
     SteadyClock::time_point outFree = SteadyClock::now();
     SteadyClock::time_point inFree = outFree;
-    QByteArray frame;
-    SteadyClock::time_point lastByte{};
+    FrameAssembler framer;
     // A terminal closed by a fault comes back by itself at replugAt.
     bool replugDue = false;
     SteadyClock::time_point replugAt{};
@@ -286,23 +283,19 @@ void SimHost::serve()
     const auto unplugNow = [&] {
         closeTerminal();
         out.clear();
-        frame.clear();
+        framer.reset();
     };
 
     const auto receive = [&](char b, SteadyClock::time_point now) {
-        if (!frame.isEmpty() && now - lastByte > frameTimeout)
-            frame.clear();
         inFree = std::max(now, inFree) + byteTime;
-        frame.append(b);
-        lastByte = now;
-        if (frame.size() < CommandBytes)
+        const std::optional<QByteArray> frame = framer.push(b, now);
+        if (!frame)
             return;
         {
             std::lock_guard lock(logMutex_);
-            log_.append({since_.elapsed(), frame});
+            log_.append({since_.elapsed(), *frame});
         }
-        const RadioReply reply = radio_.respond(frame);
-        frame.clear();
+        const RadioReply reply = radio_.respond(*frame);
         if (reply.closeLineMs > 0) {
             unplugNow();
             replugDue = true;
@@ -344,8 +337,8 @@ void SimHost::serve()
         SteadyClock::time_point deadline = now + (hooked ? HookIdlePeriod : IdlePeriod);
         if (!out.empty())
             deadline = std::min(deadline, out.front().first);
-        if (!frame.isEmpty())
-            deadline = std::min(deadline, lastByte + frameTimeout);
+        if (const std::optional<SteadyClock::time_point> expires = framer.expiresAt())
+            deadline = std::min(deadline, *expires);
         if (replugDue)
             deadline = std::min(deadline, replugAt);
         const auto wait = std::max(SteadyClock::duration::zero(), deadline - now);
@@ -374,9 +367,8 @@ void SimHost::serve()
         }
         if (master_ < 0)
             continue;
-        if (!frame.isEmpty() && now - lastByte > frameTimeout)
-            frame.clear();
-        if (hooked && out.empty() && frame.isEmpty())
+        framer.expire(now);
+        if (hooked && out.empty() && framer.idle())
             queue(radio_.unsolicited(since_.elapsed()), now);
 
         QByteArray due;

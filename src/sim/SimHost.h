@@ -3,6 +3,7 @@
 // A thread of the host reads the commands, hands each to the radio and sends the reply back at the
 // pace of the real line, and it keeps a log of every command received.
 
+#include "FrameAssembler.h"
 #include "LineFaults.h"
 #include "VirtualRadio.h"
 
@@ -26,8 +27,8 @@ constexpr double lineMs(int bytes)
     return bytes * ByteMs;
 }
 // A command whose bytes stop coming for this long is dropped, so a stray byte cannot shift every
-// later frame.
-constexpr int FrameTimeoutMs = 50;
+// later frame: the radio's framing, as FrameAssembler does it.
+constexpr int FrameTimeoutMs = static_cast<int>(FrameAssembler::FrameTimeout.count());
 }  // namespace SimLine
 
 class SimHost {
