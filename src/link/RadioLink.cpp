@@ -178,6 +178,34 @@ bool RadioLink::busyWith(int kind) const
     return kinds_[kind] != Idle;
 }
 
+bool RadioLink::postReplacing(int key, Job job)
+{
+    if (stopping_.load())
+        return false;
+    auto slot = std::make_shared<Job>();
+    {
+        std::lock_guard lock(waitingMutex_);
+        if (auto it = waiting_.find(key); it != waiting_.end()) {
+            it->second->swap(job);  // the replaced job goes with `job`, outside the lock
+            return false;
+        }
+        *slot = std::move(job);
+        waiting_.emplace(key, slot);
+    }
+    post([this, key, slot](CatPort& port) {
+        Job mine;
+        {
+            std::lock_guard lock(waitingMutex_);
+            mine.swap(*slot);
+            if (auto it = waiting_.find(key); it != waiting_.end() && it->second == slot)
+                waiting_.erase(it);
+        }
+        if (mine)
+            mine(port);
+    });
+    return true;
+}
+
 void RadioLink::setFastLink(bool on)
 {
     fast_ = on;

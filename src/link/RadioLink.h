@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <atomic>
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 
@@ -42,6 +43,13 @@ public:
     // behind whatever was posted meanwhile, as a tick that fired during a busy handler runs afterwards.
     void postTick(int kind, Job job);
     bool busyWith(int kind) const;
+
+    // Posts the job, or, while a job posted with the same key still waits (has not begun), puts this
+    // one in its place: the newer wins and keeps the older one's place in the order. So a frequency
+    // set from any client that tunes faster than the link goes leaves no backlog of frequencies the
+    // radio would only pass through. True when the job was posted, false when it replaced one (or the
+    // link is closing).
+    bool postReplacing(int key, Job job);
 
     // Fast link (see CatPort); from any thread, applies from the next request on.
     void setFastLink(bool on);
@@ -89,6 +97,9 @@ private:
     mutable std::mutex kindsMutex_;
     KindState kinds_[KindCount] = {};
     Job due_[KindCount];
+    // postReplacing: per key, the job that still waits for its turn.
+    std::mutex waitingMutex_;
+    std::map<int, std::shared_ptr<Job>> waiting_;
     // Inline mode: jobs posted from inside a job wait here until the running one ends.
     std::vector<Job> inlineQueue_;
     bool inlineRunning_ = false;
@@ -102,3 +113,9 @@ constexpr int Slider = 3;
 constexpr int SRecord = 4;
 constexpr int Reconnect = 5;
 }  // namespace JobKind
+
+// Keys of jobs that a newer one of the same key replaces while they wait (postReplacing).
+namespace JobKey {
+constexpr int FrequencyA = 1;  // a frequency set of VFO-A
+constexpr int FrequencyB = 2;  // a frequency set of VFO-B
+}  // namespace JobKey

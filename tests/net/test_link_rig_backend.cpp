@@ -236,6 +236,24 @@ private slots:
         QCOMPARE(r.clock->events, QStringList{"write 00 74 40 01 0A"});
     }
 
+    void aWaitingFrequencySetIsReplacedByTheNextOfItsVfo()
+    {
+        Rig r;
+        // Clients set while the link is busy with a long job; the link runs what waits after it.
+        r.clock->onSleep = [&r](int) {
+            r.clock->onSleep = nullptr;
+            r.backend.setFrequency(RigVfo::A, 14074000);
+            r.backend.setMode(2);
+            r.backend.setFrequency(RigVfo::B, 7074000);
+            r.backend.setFrequency(RigVfo::A, 14075000);
+            r.backend.setFrequency(RigVfo::A, 14076000);
+        };
+        r.link.post([](CatPort& port) { port.sleep(1000); });
+        // Only the last of VFO-A's three, in the first one's place.
+        QCOMPARE(r.writes(), (QStringList{"00 76 40 01 0A", "00 00 00 02 0C", "00 74 70 00 8A"}));
+        QCOMPARE(r.backend.snapshot().vfoAHz, 14076000);
+    }
+
     void aPollThatStartedBeforeTheSetDoesNotUndoIt()
     {
         Rig r;
