@@ -261,8 +261,7 @@ private slots:
         QStringList log = received();
         // The log was cleared while the link was busy: polls follow each other closely, so it may
         // start in the middle of one; that poll's tail is not looked at.
-        while (!log.isEmpty() && log.front() != PollSequence.front() &&
-               PollSequence.contains(log.front()))
+        while (!log.isEmpty() && log.front() != PollSequence.front() && PollSequence.contains(log.front()))
             log.removeFirst();
         int polls = 0;
         for (int i = 0; i < log.size();) {
@@ -279,15 +278,25 @@ private slots:
             ++i;
         }
         QVERIFY(polls >= 2);
-        // Each client's sets all arrived.
+        // Each client's sets all arrived, but for a frequency set that a newer one of the same VFO
+        // replaced while it waited (latest wins): those that arrived came in the client's order,
+        // and the last of each VFO arrived.
         const QStringList sets = setsReceived();
-        QStringList expected{"00 00 00 02 0C", "00 00 00 01 01", "00 00 00 01 0C", "00 00 00 00 01"};
-        for (const qint64 f : {1407400, 1407500, 1407600})
-            expected << setFreqCommand(f, 1).hex();
-        for (const qint64 f : {1408000, 1408100, 1408200, 1408300})
-            expected << setFreqCommand(f, 2).hex();
-        for (const QString& c : expected)
-            QVERIFY2(sets.contains(c), qPrintable(c));
+        for (const char* c : {"00 00 00 02 0C", "00 00 00 01 01", "00 00 00 01 0C", "00 00 00 00 01"})
+            QVERIFY2(sets.contains(QString::fromLatin1(c)), c);
+        const QList<QList<qint64>> tuned{{1407400, 1407500, 1407600}, {1408000, 1408100, 1408200, 1408300}};
+        for (int vfo = 1; vfo <= 2; ++vfo) {
+            QStringList order;
+            for (const qint64 f : tuned[vfo - 1])
+                order << setFreqCommand(f, vfo).hex();
+            QStringList arrived;
+            for (const QString& c : sets)
+                if (order.contains(c))
+                    arrived << c;
+            QVERIFY2(!arrived.isEmpty() && arrived.last() == order.last(), qPrintable(arrived.join(u',')));
+            for (qsizetype i = 1; i < arrived.size(); ++i)
+                QVERIFY2(order.indexOf(arrived[i - 1]) < order.indexOf(arrived[i]), qPrintable(arrived.join(u',')));
+        }
     }
 
 private:
