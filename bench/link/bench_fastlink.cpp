@@ -59,9 +59,37 @@ void whileServing(Fn fn)
 
 struct Figures {
     double pollMedian = 0, pollP99 = 0, pollsPerSecond = 0, readOutMs = 0, setMedian = 0, setP99 = 0;
-    double replyMedian = 0;
+    double replyMedian = 0, idleSetMedian = 0;
     int shortPolls = 0, readOutBytes = 0;
 };
+
+// F from a network client at random moments: the time until the reply, and until the radio holds it.
+void setsFromAClient(SimRig& rig, std::vector<double>& replyMs, std::vector<double>& holdMs)
+{
+    const quint16 serverPort = rig.port();
+    whileServing([&] {
+        QTcpSocket socket;
+        socket.connectToHost(QHostAddress::LocalHost, serverPort);
+        if (!socket.waitForConnected(GuardMs))
+            return;
+        socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        QElapsedTimer t;
+        for (int i = 0; i < Sets; ++i) {
+            const qint64 hz = 14070000 + 1000 * (i % 2 == 0 ? i + 1 : -(i + 1));
+            t.start();
+            socket.write(QStringLiteral("F %1\n").arg(hz).toLatin1());
+            socket.flush();
+            QByteArray reply;
+            while (!reply.contains('\n') && socket.waitForReadyRead(GuardMs))
+                reply += socket.readAll();
+            replyMs.push_back(static_cast<double>(t.nsecsElapsed()) / 1e6);
+            while (rig.sim.radio().vfo(VirtualRadio::Vfo::A).freq10Hz != hz / 10 && t.elapsed() < GuardMs)
+                QThread::usleep(200);
+            holdMs.push_back(static_cast<double>(t.nsecsElapsed()) / 1e6);
+            QThread::msleep(QRandomGenerator::global()->bounded(MaxSetPauseMs));
+        }
+    });
+}
 
 Figures measure(bool fast, int replyDelayMs, QTextStream& err)
 {
@@ -113,32 +141,17 @@ Figures measure(bool fast, int replyDelayMs, QTextStream& err)
 
     // F from a network client while the poll runs: until the reply, and until the radio holds it.
     std::vector<double> replyMs, holdMs;
-    const quint16 serverPort = rig.port();
-    whileServing([&] {
-        QTcpSocket socket;
-        socket.connectToHost(QHostAddress::LocalHost, serverPort);
-        if (!socket.waitForConnected(GuardMs))
-            return;
-        socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
-        QElapsedTimer t;
-        for (int i = 0; i < Sets; ++i) {
-            const qint64 hz = 14070000 + 1000 * (i % 2 == 0 ? i + 1 : -(i + 1));
-            t.start();
-            socket.write(QStringLiteral("F %1\n").arg(hz).toLatin1());
-            socket.flush();
-            QByteArray reply;
-            while (!reply.contains('\n') && socket.waitForReadyRead(GuardMs))
-                reply += socket.readAll();
-            replyMs.push_back(static_cast<double>(t.nsecsElapsed()) / 1e6);
-            while (rig.sim.radio().vfo(VirtualRadio::Vfo::A).freq10Hz != hz / 10 && t.elapsed() < GuardMs)
-                QThread::usleep(200);
-            holdMs.push_back(static_cast<double>(t.nsecsElapsed()) / 1e6);
-            QThread::msleep(QRandomGenerator::global()->bounded(MaxSetPauseMs));
-        }
-    });
+    setsFromAClient(rig, replyMs, holdMs);
     f.replyMedian = percentile(replyMs, 0.5);
     f.setMedian = percentile(holdMs, 0.5);
     f.setP99 = percentile(holdMs, 0.99);
+
+    // The same with the poll off: what a set costs by itself.
+    rig.timer.stop();
+    rig.link->waitForIdle();
+    std::vector<double> idleReplyMs, idleHoldMs;
+    setsFromAClient(rig, idleReplyMs, idleHoldMs);
+    f.idleSetMedian = percentile(idleHoldMs, 0.5);
     rig.stop();
     return f;
 }
@@ -163,7 +176,7 @@ int main(int argc, char* argv[])
         << Qt::endl;
     for (const int delay : {0, 30}) {
         out << Qt::endl << QStringLiteral("reply delay %1 ms").arg(delay) << Qt::endl;
-        out << QStringLiteral("%1 %2 %3 %4 %5 %6 %7")
+        out << QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8")
                    .arg(QStringLiteral("mode"), -6)
                    .arg(QStringLiteral("poll median (x limit)"), 24)
                    .arg(QStringLiteral("poll p99"), 10)
@@ -171,10 +184,11 @@ int main(int argc, char* argv[])
                    .arg(QStringLiteral("read-out (x limit)"), 20)
                    .arg(QStringLiteral("F held median/p99"), 20)
                    .arg(QStringLiteral("F answered"), 11)
+                   .arg(QStringLiteral("F held, no poll"), 16)
             << Qt::endl;
         for (const bool fast : {false, true}) {
             const Figures f = measure(fast, delay, err);
-            out << QStringLiteral("%1 %2 %3 %4 %5 %6 %7")
+            out << QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8")
                        .arg(fast ? QStringLiteral("fast") : QStringLiteral("exact"), -6)
                        .arg(QStringLiteral("%1 ms (%2)")
                                 .arg(f.pollMedian, 0, 'f', 1)
@@ -188,6 +202,7 @@ int main(int argc, char* argv[])
                             20)
                        .arg(QStringLiteral("%1/%2 ms").arg(f.setMedian, 0, 'f', 0).arg(f.setP99, 0, 'f', 0), 20)
                        .arg(QStringLiteral("%1 ms").arg(f.replyMedian, 0, 'f', 1), 11)
+                       .arg(QStringLiteral("%1 ms").arg(f.idleSetMedian, 0, 'f', 1), 16)
                 << Qt::endl;
             if (f.shortPolls > 0 || f.readOutBytes != ReplySize::AllMemories)
                 out << QStringLiteral("  (%1 polls with a short reply; read-out %2 bytes)")

@@ -1,5 +1,6 @@
 // The ft1000-sim executable's fault switches: faults named on the command line hit its replies, with
-// the chosen rate and seed, it serves on a stable path when asked, and bad switches are refused.
+// the chosen rate and seed, it serves on a stable path when asked, it can start its replies late, and
+// bad switches are refused.
 #include "CatCommand.h"
 #include "QtSerialPort.h"
 
@@ -84,6 +85,17 @@ private slots:
         QVERIFY(!QFileInfo(link).isSymLink());
     }
 
+    void replyDelayStartsEveryReplyLate()
+    {
+        // 200 ms late: nothing has come when the 150 ms are up.
+        QProcess sim;
+        sim.start(QStringLiteral(SIM_EXECUTABLE), {QStringLiteral("--reply-delay"), QStringLiteral("200")});
+        QVERIFY(sim.waitForStarted());
+        QCOMPARE(replySizes(readPath(sim), 1), QList<int>{0});
+        finish(sim);
+        QCOMPARE(sim.exitCode(), 0);
+    }
+
     void badSwitchesAreRefused_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -92,6 +104,8 @@ private slots:
         QTest::newRow("rate above one") << QStringList{"--fault", "drop", "--fault-rate", "1.5"} << "fault rate";
         QTest::newRow("rate not a number") << QStringList{"--fault", "drop", "--fault-rate", "often"} << "fault rate";
         QTest::newRow("seed not a number") << QStringList{"--fault", "drop", "--seed", "x"} << "seed";
+        QTest::newRow("reply delay not a number") << QStringList{"--reply-delay", "soon"} << "reply delay";
+        QTest::newRow("reply delay below zero") << QStringList{"--reply-delay", "-5"} << "reply delay";
     }
     void badSwitchesAreRefused()
     {
