@@ -20,7 +20,7 @@
 namespace {
 constexpr int Polls = 30;
 constexpr int RateWindowMs = 6000;
-constexpr int Sets = 20;
+constexpr int Sets = 50;
 constexpr int MaxSetPauseMs = 600;  // sets come at random moments of the poll cycle
 constexpr int GuardMs = 5000;
 constexpr int CommandBytes = 5;
