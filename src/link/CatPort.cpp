@@ -57,7 +57,10 @@ QByteArray CatPort::request(const CatCommand& command, int waitMs, bool clearFir
     if (fastLink() && expectedReplyBytes(command) > 0) {
         // A reply that the last request gave up on may still be coming in: let its tail arrive first,
         // or it would be taken for the start of this reply.
-        if (overran_)
+        // When part of it came, the rest is on its way: wait for that many bytes (at most a slice).
+        if (missing_ > 0)
+            waitForBytes(missing_, FastLink::WaitSliceMs);
+        else if (overran_)
             waitForQuiet(FastLink::WaitSliceMs);
         clear();
     } else if (clearFirst) {
@@ -79,6 +82,7 @@ QByteArray CatPort::awaitReply(const CatCommand& sent, int waitMs, int* waitingC
     waitForBytes(expected, waitMs);
     QByteArray reply = read();
     overran_ = reply.size() < expected;
+    missing_ = reply.isEmpty() ? 0 : std::max(0, expected - static_cast<int>(reply.size()));
     // The first expected bytes complete the request; more than that is a doubled or noisy reply.
     if (reply.size() > expected) {
         qCDebug(lcTraffic) << "drop" << reply.mid(expected).toHex(' ');

@@ -59,4 +59,5 @@ private:
     const std::atomic<bool>* stop_ = nullptr;
     std::atomic<bool> fast_{false};
     bool overran_ = false;  // the last fast request ended at its ceiling with its reply incomplete
+    int missing_ = 0;       // of a reply that had begun to come when the wait ended: the bytes still due
 };

