@@ -4,6 +4,7 @@
 // timer, the full memory read-out, and how long a network client's F takes while the poll runs; each
 // beside the time its bytes need on a 4800 baud 8N2 line.
 
+#include "BenchServing.h"
 #include "SimRig.h"
 
 #include <QCoreApplication>
@@ -18,6 +19,9 @@
 #include <vector>
 
 namespace {
+using Bench::percentile;
+using Bench::serveFor;
+using Bench::whileServing;
 constexpr int Polls = 30;
 constexpr int RateWindowMs = 6000;
 constexpr int Sets = 50;
@@ -26,36 +30,6 @@ constexpr int GuardMs = 5000;
 constexpr int CommandBytes = 5;
 constexpr int PollCommands = 7;  // two status requests, four meters, flags
 constexpr int PollReplyBytes = ReplySize::VfoRecord + ReplySize::BothVfos + 4 * ReplySize::Meter + ReplySize::Flags;
-
-double percentile(std::vector<double> v, double p)
-{
-    if (v.empty())
-        return 0;
-    std::sort(v.begin(), v.end());
-    const size_t i = std::min(v.size() - 1, static_cast<size_t>(p * static_cast<double>(v.size() - 1) + 0.5));
-    return v[i];
-}
-
-void serveFor(int ms)
-{
-    QElapsedTimer t;
-    t.start();
-    while (t.elapsed() < ms)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-}
-
-template <typename Fn>
-void whileServing(Fn fn)
-{
-    std::atomic<bool> done{false};
-    std::thread t([&] {
-        fn();
-        done = true;
-    });
-    while (!done)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
-    t.join();
-}
 
 struct Figures {
     double pollMedian = 0, pollP99 = 0, pollsPerSecond = 0, readOutMs = 0, setMedian = 0, setP99 = 0;
@@ -171,7 +145,8 @@ int main(int argc, char* argv[])
                .arg(pollLimit, 0, 'f', 1)
                .arg(pollWaits)
         << Qt::endl;
-    out << QStringLiteral("line-time limit of the read-out: %1 bytes = %2 ms").arg(CommandBytes + ReplySize::AllMemories)
+    out << QStringLiteral("line-time limit of the read-out: %1 bytes = %2 ms")
+               .arg(CommandBytes + ReplySize::AllMemories)
                .arg(readOutLimit, 0, 'f', 1)
         << Qt::endl;
     for (const int delay : {0, 30}) {

@@ -3,6 +3,7 @@
 // frequency (median, p99), and the poll rate with no clients and with 4 clients each sending 10
 // requests a second.
 
+#include "BenchServing.h"
 #include "SimRig.h"
 
 #include <QCoreApplication>
@@ -17,6 +18,9 @@
 #include <vector>
 
 namespace {
+using Bench::percentile;
+using Bench::serveFor;
+using Bench::whileServing;
 
 constexpr int GetRequests = 1000;
 constexpr int SetRequests = 25;
@@ -25,15 +29,6 @@ constexpr int LoadClients = 4;
 constexpr int LoadRatePerSecond = 10;
 constexpr int RateWindowMs = 8000;
 constexpr int GuardMs = 5000;
-
-double percentile(std::vector<double> v, double p)
-{
-    if (v.empty())
-        return 0;
-    std::sort(v.begin(), v.end());
-    const size_t i = std::min(v.size() - 1, static_cast<size_t>(p * (v.size() - 1) + 0.5));
-    return v[i];
-}
 
 // A blocking client on its own thread, as a logging program would be.
 class BlockingClient {
@@ -62,28 +57,6 @@ private:
     QTcpSocket socket_;
     bool ok_ = false;
 };
-
-// Runs fn on a thread while the main thread's event loop serves the server.
-template <typename Fn>
-void whileServing(Fn fn)
-{
-    std::atomic<bool> done{false};
-    std::thread t([&] {
-        fn();
-        done = true;
-    });
-    while (!done)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
-    t.join();
-}
-
-void serveFor(int ms)
-{
-    QElapsedTimer t;
-    t.start();
-    while (t.elapsed() < ms)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-}
 
 }  // namespace
 
