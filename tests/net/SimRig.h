@@ -77,7 +77,9 @@ public:
 private:
     void pollTick()
     {
-        link->postTick(JobKind::Poll, [this](CatPort& port) {
+        // The job holds the link itself: while the link is being destroyed, `link` is already empty
+        // and a poll may still be finishing on the link's thread.
+        link->postTick(JobKind::Poll, [this, link = link.get()](CatPort& port) {
             const StatusReply status = Get_Status32(port);
             MeterReplies meters;
             FlagsReply flags;
