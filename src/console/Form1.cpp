@@ -3,6 +3,7 @@
 #include "BandScope.h"
 #include "ConfigScrn.h"
 #include "PanelLook.h"
+#include "PollCache.h"
 #include "PressButton.h"
 #include "Procedures.h"
 #include "RadioLink.h"
@@ -18,6 +19,7 @@
 Form1::Form1(RadioLink& link, SettingsStore& settings, SecondaryWindows& windows, Prompts& prompts, QWidget* parent)
     : QMainWindow(parent),
       link_(link),
+      pollCache_(std::make_shared<PollCache>()),
       settings_(settings),
       windows_(windows),
       prompts_(prompts),
@@ -157,18 +159,22 @@ void Form1::Get_Status32(int stat)
         return;
     const int selector = meterSelector_;
     auto back = courier();
-    auto job = [back, selector, stat](CatPort& port) {
+    auto job = [back, selector, stat, cache = pollCache_](CatPort& port) {
+        const quint64 mark = cache->pollStarting();
         const StatusReply status = ::Get_Status32(port);
         if (!status.ran)
             return;
+        cache->storeStatus(mark, status);
         back([record = status.record](Form1& f) { f.showStatus(record); });
         if (status.record.isEmpty() || stat != 0)
             return;
         const MeterReplies meters = readMeters(port, selector);
+        cache->storeMeters(mark, selector, meters);
         back([meters](Form1& f) { f.showMeters(meters); });
         if (!meters.complete())
             return;
         const FlagsReply flags = ::GetFlags(port, 1);
+        cache->storeFlags(mark, flags);
         back([flags](Form1& f) { f.showFlags(1, flags); });
     };
     if (stat == 0)

@@ -23,6 +23,7 @@
 class BandScope;
 class ClickFrame;
 class LevelGauge;
+class PollCache;
 class PortWatch;
 class PressButton;
 class Prompts;
@@ -103,6 +104,9 @@ public:
     QLabel* Label16 = nullptr;
     QLabel* Label4 = nullptr;
     QVector<QAction*> mnu_Bar, mnu_File, mnu_EDSPR, mnu_EDSPT, mnu_Stup, mnu_Hlp;
+
+    // Every poll's replies as the radio gave them, for the sharing ports.
+    std::shared_ptr<PollCache> pollCache() const { return pollCache_; }
 
     // ConsoleHost and ScopeHost.
     RadioLink& link() override { return link_; }
@@ -191,6 +195,7 @@ private:
     std::function<void(Delivery)> courier();
 
     RadioLink& link_;
+    std::shared_ptr<PollCache> pollCache_;
     SettingsStore& settings_;
     SecondaryWindows& windows_;
     Prompts& prompts_;

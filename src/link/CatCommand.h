@@ -31,6 +31,38 @@ constexpr quint8 ReadMeter = 0xF7;     // P1: meter selector
 constexpr quint8 ReadFlags = 0xFA;     // P4: from the caller
 }  // namespace Op
 
+// Whether the byte is an instruction of the table above: the only ones a sharing client may send.
+constexpr bool isTableInstruction(quint8 op)
+{
+    switch (op) {
+        case Op::Split:
+        case Op::RecallMemory:
+        case Op::WriteMemory:
+        case Op::VfoSelect:
+        case Op::MemoryToVfoA:
+        case Op::StepUp:
+        case Op::StepDown:
+        case Op::Clarifier:
+        case Op::SetVfoA:
+        case Op::SetMode:
+        case Op::Ptt:
+        case Op::StatusRequest:
+        case Op::Edsp:
+        case Op::Tuner:
+        case Op::TunerStart:
+        case Op::Dual:
+        case Op::RepeaterShift:
+        case Op::CopyAtoB:
+        case Op::SetVfoB:
+        case Op::FilterSelect:
+        case Op::ReadMeter:
+        case Op::ReadFlags:
+            return true;
+        default:
+            return false;
+    }
+}
+
 // The radio's mode codes, as instruction 0x0C takes them and the status record decodes them.
 namespace ModeCode {
 constexpr int Lsb = 0;

@@ -29,11 +29,10 @@ StatusReply Get_Status32(CatPort& port)
     if (!port.isOpen())
         return r;
     r.ran = true;
-    r.record = port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo), Wait::StatusCurrentVfo,
-                            /*clearFirst=*/true);
-    const QByteArray both =
-        port.request(CatCommand::make(Op::StatusRequest, StatusKind::BothVfos), Wait::StatusBothVfos);
-    r.record += both.mid(ReplySize::VfoRecord, ReplySize::VfoRecord);
+    r.currentVfo = port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo), Wait::StatusCurrentVfo,
+                                /*clearFirst=*/true);
+    r.bothVfos = port.request(CatCommand::make(Op::StatusRequest, StatusKind::BothVfos), Wait::StatusBothVfos);
+    r.record = r.currentVfo + r.bothVfos.mid(ReplySize::VfoRecord, ReplySize::VfoRecord);
     return r;
 }
 

@@ -19,6 +19,7 @@ void SetFreq(CatPort& port, qint64 frq, int vfo);
 struct StatusReply {
     bool ran = false;  // false when the port was closed
     QByteArray record;
+    QByteArray currentVfo, bothVfos;  // the two replies as the radio gave them
 };
 StatusReply Get_Status32(CatPort& port);
 

@@ -65,3 +65,32 @@ constexpr int expectedReplyBytes(const CatCommand& command)
         return 0;
     }
 }
+
+// The wait after a read that the program passes on for a sharing client, as the program waits after
+// the same read of its own (with the fast link, the ceiling); 0 for a command without a reply.
+constexpr int replyWaitMs(const CatCommand& command)
+{
+    switch (command.op) {
+        case Op::StatusRequest:
+            switch (command.p4) {
+                case StatusKind::AllMemories:
+                    return Wait::AllMemories;
+                case StatusKind::CurrentChannel:
+                    return Wait::ChannelQueryLong;
+                case StatusKind::CurrentVfo:
+                    return Wait::StatusCurrentVfo;
+                case StatusKind::BothVfos:
+                    return Wait::StatusBothVfos;
+                case StatusKind::OneChannel:
+                    return Wait::OneChannel;
+                default:
+                    return 0;
+            }
+        case Op::ReadMeter:
+            return Wait::Meter;
+        case Op::ReadFlags:
+            return Wait::Flags;
+        default:
+            return 0;
+    }
+}

@@ -1,5 +1,6 @@
 #include "ConsoleFixture.h"
 #include "LevelGauge.h"
+#include "PollCache.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -69,6 +70,23 @@ struct PollFixture : ConsoleFixture {
 class TestForm1Poll : public QObject {
     Q_OBJECT
 private slots:
+    void thePollKeepsItsRepliesAsTheRadioGaveThem()
+    {
+        PollFixture f;
+        f.form->Mtr_Click(5);  // SWR
+        f.form->Timer1_Timer();
+        const PollCache& cache = *f.form->pollCache();
+        const auto held = [&](const CatCommand& c) { return cache.answer(c).bytes; };
+        QCOMPARE(held(CatCommand::make(0x10, 2)), vfoARecord());
+        QCOMPARE(held(CatCommand::make(0x10, 3)), QByteArray(16, '\x55') + vfoBRecord());
+        QCOMPARE(held(CatCommand::make(0xF7, 0, 0, 0, 0x00)), bytes({128, 0, 0, 0, 0xF7}));
+        QCOMPARE(held(CatCommand::make(0xF7, 0, 0, 0, 0x01)), bytes({255, 0, 0, 0, 0xF7}));
+        QCOMPARE(held(CatCommand::make(0xF7, 0, 0, 0, 0x85)), bytes({0, 0, 0, 0, 0xF7}));
+        QCOMPARE(held(CatCommand::make(0xF7, 0, 0, 0, 0xF1)), bytes({0xF0, 0, 0, 0, 0xF7}));
+        QCOMPARE(held(CatCommand::make(0xFA, 1)), bytes({0x83, 0x20, 0x0E, 0, 0, 0x01}));
+        QCOMPARE(cache.answer(CatCommand::make(0xF7, 0, 0, 0, 0x80)).holding, PollCache::Holding::NotPolled);
+    }
+
     void onePollSendsStatusMetersAndFlagsInOrder()
     {
         PollFixture f;

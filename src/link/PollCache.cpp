@@ -1,0 +1,148 @@
+#include "PollCache.h"
+
+#include "Procedures.h"
+
+namespace {
+constexpr int RecordKinds = 3;
+}  // namespace
+
+unsigned PollCache::recordsChangedBy(const CatCommand& set)
+{
+    switch (set.op) {
+        case Op::Split:
+        case Op::Dual:
+            return FlagsRecord;
+        case Op::Ptt:
+        case Op::Tuner:
+        case Op::TunerStart:
+            return FlagsRecord | MeterRecords;
+        case Op::RecallMemory:
+        case Op::WriteMemory:
+        case Op::VfoSelect:
+        case Op::MemoryToVfoA:
+            return StatusRecords | FlagsRecord;  // and the VFO / MEM / M-TUN indications
+        case Op::Edsp:
+            return StatusRecords | MeterRecords;  // filters in the status record, the CW pitch meter
+        default:
+            return StatusRecords;
+    }
+}
+
+int PollCache::index(unsigned record)
+{
+    return record == StatusRecords ? 0 : record == MeterRecords ? 1 : 2;
+}
+
+quint64 PollCache::pollStarting()
+{
+    std::lock_guard lock(mutex_);
+    return sets_;
+}
+
+void PollCache::storeStatus(quint64 mark, const StatusReply& status)
+{
+    {
+        std::lock_guard lock(mutex_);
+        currentVfo_ = Entry{status.currentVfo, mark};
+        bothVfos_ = Entry{status.bothVfos, mark};
+    }
+    notify();
+}
+
+void PollCache::storeMeters(quint64 mark, int selector, const MeterReplies& meters)
+{
+    {
+        std::lock_guard lock(mutex_);
+        meters_.clear();
+        meters_.insert(MeterSelector::MainS, Entry{meters.mainS, mark});
+        meters_.insert(MeterSelector::SubS, Entry{meters.subS, mark});
+        meters_.insert(selector & 0xFF, Entry{meters.transmit, mark});
+        meters_.insert(MeterSelector::CwPitch, Entry{meters.pitch, mark});
+    }
+    notify();
+}
+
+void PollCache::storeFlags(quint64 mark, const FlagsReply& flags)
+{
+    {
+        std::lock_guard lock(mutex_);
+        flags_ = Entry{flags.bytes, mark};
+    }
+    notify();
+}
+
+void PollCache::setPosted(unsigned records)
+{
+    std::lock_guard lock(mutex_);
+    for (int i = 0; i < RecordKinds; ++i) {
+        if (records & (1u << i))
+            ++pending_[i];
+    }
+}
+
+void PollCache::setSent(unsigned records)
+{
+    std::lock_guard lock(mutex_);
+    ++sets_;
+    for (int i = 0; i < RecordKinds; ++i) {
+        if (records & (1u << i)) {
+            if (pending_[i] > 0)
+                --pending_[i];
+            lastSet_[i] = sets_;
+        }
+    }
+}
+
+bool PollCache::stale(unsigned record, quint64 mark) const
+{
+    const int i = index(record);
+    return pending_[i] > 0 || mark < lastSet_[i];
+}
+
+PollCache::Answer PollCache::answer(const CatCommand& read) const
+{
+    std::lock_guard lock(mutex_);
+    const Entry* entry = nullptr;
+    unsigned record = 0;
+    if (read.op == Op::StatusRequest && read.p4 == StatusKind::CurrentVfo) {
+        entry = currentVfo_ ? &*currentVfo_ : nullptr;
+        record = StatusRecords;
+    } else if (read.op == Op::StatusRequest && read.p4 == StatusKind::BothVfos) {
+        entry = bothVfos_ ? &*bothVfos_ : nullptr;
+        record = StatusRecords;
+    } else if (read.op == Op::ReadMeter) {
+        const auto it = meters_.constFind(read.p1);
+        entry = it != meters_.constEnd() ? &*it : nullptr;
+        record = MeterRecords;
+    } else if (read.op == Op::ReadFlags) {
+        entry = flags_ ? &*flags_ : nullptr;
+        record = FlagsRecord;
+    }
+    if (entry == nullptr)
+        return {};
+    if (stale(record, entry->mark))
+        return {Holding::Stale, {}};
+    return {Holding::Current, entry->bytes};
+}
+
+int PollCache::addListener(std::function<void()> listener)
+{
+    std::lock_guard lock(listenersMutex_);
+    const int handle = nextListener_++;
+    listeners_.insert(handle, std::move(listener));
+    return handle;
+}
+
+void PollCache::removeListener(int handle)
+{
+    std::lock_guard lock(listenersMutex_);
+    listeners_.remove(handle);
+}
+
+void PollCache::notify()
+{
+    // Under the listeners' lock, so a port that removes its listener knows it is not being called.
+    std::lock_guard lock(listenersMutex_);
+    for (const auto& listener : std::as_const(listeners_))
+        listener();
+}

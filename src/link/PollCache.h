@@ -1,0 +1,86 @@
+#pragma once
+// The poll's latest replies, byte for byte as the radio gave them, so that a sharing port can answer
+// the reads the poll already makes without touching the wire.
+//
+// The poll stores on the link thread; ports read on theirs, so every member takes the lock. A set
+// that a sharing client sends makes the records it changes stale until a poll that started after
+// the set went out has stored them again: a client that sets and reads back sees its own change,
+// never a record the radio gave before it.
+
+#include "CatCommand.h"
+
+#include <QByteArray>
+#include <QMap>
+#include <functional>
+#include <mutex>
+#include <optional>
+
+struct StatusReply;
+struct MeterReplies;
+struct FlagsReply;
+
+class PollCache {
+public:
+    // The records of a poll, as flags: what a set changes.
+    enum Record : unsigned {
+        StatusRecords = 1,  // the current-VFO and both-VFOs replies of instruction 0x10
+        MeterRecords = 2,   // the meter replies of instruction 0xF7
+        FlagsRecord = 4,    // the flags reply of instruction 0xFA
+        AllRecords = StatusRecords | MeterRecords | FlagsRecord,
+    };
+
+    // What the cache holds for a read.
+    enum class Holding {
+        NotPolled,  // the poll does not make this read, or has not made it yet: ask the radio
+        Stale,      // a set has changed it since: wait for the next poll
+        Current,
+    };
+    struct Answer {
+        Holding holding = Holding::NotPolled;
+        QByteArray bytes;  // the radio's reply, when Current
+    };
+
+    // The records a set of the instruction table changes.
+    static unsigned recordsChangedBy(const CatCommand& set);
+
+    // On the link thread as a poll starts: the mark its replies are stored with.
+    quint64 pollStarting();
+    void storeStatus(quint64 mark, const StatusReply& status);
+    // selector: the transmit meter the poll read.
+    void storeMeters(quint64 mark, int selector, const MeterReplies& meters);
+    void storeFlags(quint64 mark, const FlagsReply& flags);
+
+    // A set posted to the link (on the posting thread), and the same set done on the link thread
+    // after its bytes went out (or were dropped for a closed port).
+    void setPosted(unsigned records);
+    void setSent(unsigned records);
+
+    Answer answer(const CatCommand& read) const;
+
+    // Called after every store, on the link thread, outside the lock; ports use it to answer the
+    // reads that wait for a poll. Returns a handle for removeListener().
+    int addListener(std::function<void()> listener);
+    void removeListener(int handle);
+
+private:
+    struct Entry {
+        QByteArray bytes;
+        quint64 mark = 0;
+    };
+    static int index(unsigned record);
+    bool stale(unsigned record, quint64 mark) const;
+    void notify();
+
+    mutable std::mutex mutex_;
+    quint64 sets_ = 0;                 // sets sent so far: the mark of the next poll
+    quint64 lastSet_[3] = {};          // per record: the mark after the last set that changed it
+    int pending_[3] = {};              // per record: sets posted but not yet sent
+    std::optional<Entry> currentVfo_;  // 0x10 P4 = 2
+    std::optional<Entry> bothVfos_;    // 0x10 P4 = 3
+    QMap<int, Entry> meters_;          // 0xF7 by selector, those of the last poll only
+    std::optional<Entry> flags_;       // 0xFA
+
+    std::mutex listenersMutex_;
+    QMap<int, std::function<void()>> listeners_;
+    int nextListener_ = 1;
+};
