@@ -93,6 +93,15 @@ void PollCache::setSent(unsigned records)
     }
 }
 
+void PollCache::setDropped(unsigned records)
+{
+    std::lock_guard lock(mutex_);
+    for (int i = 0; i < RecordKinds; ++i) {
+        if ((records & (1u << i)) && pending_[i] > 0)
+            --pending_[i];
+    }
+}
+
 bool PollCache::stale(unsigned record, quint64 mark) const
 {
     const int i = index(record);

@@ -54,6 +54,9 @@ public:
     // after its bytes went out (or were dropped for a closed port).
     void setPosted(unsigned records);
     void setSent(unsigned records);
+    // A posted set that will not be sent: replaced by a newer one while it waited, or dropped by a
+    // closing link.
+    void setDropped(unsigned records);
 
     Answer answer(const CatCommand& read) const;
 

@@ -3,6 +3,7 @@
 #include "CatPort.h"
 #include "Clock.h"
 #include "FlagsDecoder.h"
+#include "PollCache.h"
 #include "Procedures.h"
 #include "RadioLink.h"
 #include "RealClock.h"
@@ -93,6 +94,30 @@ void LinkRigBackend::update(const StatusView& status, const FlagsView& flags, in
     }
 }
 
+void LinkRigBackend::postSet(const CatCommand& changes, std::function<void(CatPort&)> job,
+                             std::optional<int> replaceKey)
+{
+    const auto post = [this, &replaceKey](std::function<void(CatPort&)> j) {
+        if (replaceKey)
+            return link_.postReplacing(*replaceKey, std::move(j));
+        link_.post(std::move(j));
+        return true;
+    };
+    if (!cache_) {
+        post(std::move(job));
+        return;
+    }
+    const unsigned records = PollCache::recordsChangedBy(changes);
+    cache_->setPosted(records);
+    const bool posted = post([job = std::move(job), cache = cache_, records](CatPort& port) {
+        job(port);
+        cache->setSent(records);
+    });
+    // Replacing a set that still waited: the one in its place will report being sent, once.
+    if (!posted)
+        cache_->setDropped(records);
+}
+
 void LinkRigBackend::setTxAuthorized(bool on)
 {
     txAuthorized_ = on;
@@ -105,8 +130,8 @@ void LinkRigBackend::setFrequency(RigVfo vfo, qint64 hz)
     const qint64 steps = hz / HzPerStep;  // the radio holds whole 10 Hz steps: round down
     const int which = vfo == RigVfo::B ? SetFreqVfoB : SetFreqVfoA;
     // Latest wins: a set of this VFO still waiting on the link is replaced, from whichever client.
-    link_.postReplacing(vfo == RigVfo::B ? JobKey::FrequencyB : JobKey::FrequencyA,
-                        [steps, which](CatPort& port) { SetFreq(port, steps, which); });
+    postSet(setFreqCommand(steps, which), [steps, which](CatPort& port) { SetFreq(port, steps, which); },
+            vfo == RigVfo::B ? JobKey::FrequencyB : JobKey::FrequencyA);
     if (vfo == RigVfo::B) {
         snap_.vfoBHz = steps * HzPerStep;
         hold(freqB_, snap_.vfoBHz);
@@ -118,9 +143,10 @@ void LinkRigBackend::setFrequency(RigVfo vfo, qint64 hz)
 
 void LinkRigBackend::setMode(int modeCode)
 {
-    link_.post([modeCode](CatPort& port) {
+    const CatCommand command = CatCommand::make(Op::SetMode, modeCode);
+    postSet(command, [command](CatPort& port) {
         if (port.isOpen())
-            port.send(CatCommand::make(Op::SetMode, modeCode));
+            port.send(command);
     });
     snap_.modeA = modeCode;
     hold(modeA_, modeCode);
@@ -129,7 +155,7 @@ void LinkRigBackend::setMode(int modeCode)
 void LinkRigBackend::setVfoBMode(int modeCode)
 {
     // One job, so no poll runs while VFO-B is the VFO in use: its first record would show VFO-B.
-    link_.post([modeCode](CatPort& port) {
+    postSet(CatCommand::make(Op::VfoSelect, SelectVfoB), [modeCode](CatPort& port) {
         if (!port.isOpen())
             return;
         port.send(CatCommand::make(Op::VfoSelect, SelectVfoB));
@@ -145,9 +171,10 @@ void LinkRigBackend::setVfoBMode(int modeCode)
 
 void LinkRigBackend::setSplit(bool on)
 {
-    link_.post([on](CatPort& port) {
+    const CatCommand command = CatCommand::make(Op::Split, on ? 1 : 0);
+    postSet(command, [command](CatPort& port) {
         if (port.isOpen())
-            port.send(CatCommand::make(Op::Split, on ? 1 : 0));
+            port.send(command);
     });
     snap_.split = on;
     hold(split_, on);
@@ -155,9 +182,10 @@ void LinkRigBackend::setSplit(bool on)
 
 void LinkRigBackend::setPtt(bool on)
 {
-    link_.post([on](CatPort& port) {
+    const CatCommand command = CatCommand::make(Op::Ptt, on ? 1 : 0);
+    postSet(command, [command](CatPort& port) {
         if (port.isOpen())
-            port.send(CatCommand::make(Op::Ptt, on ? 1 : 0));
+            port.send(command);
     });
     snap_.ptt = on;
     hold(ptt_, on);

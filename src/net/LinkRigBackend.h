@@ -13,15 +13,19 @@
 // The sharing ports use the same object through SharedRig: one snapshot, one set of holds and one
 // transmit gate for every front door.
 
+#include "CatCommand.h"
 #include "RigBackend.h"
 #include "SharedRig.h"
 
 #include <QtGlobal>
+#include <functional>
 #include <memory>
 #include <optional>
 
-class RadioLink;
+class CatPort;
 class Clock;
+class PollCache;
+class RadioLink;
 struct StatusView;
 struct FlagsView;
 
@@ -40,6 +44,9 @@ public:
     void update(const StatusView& status, const FlagsView& flags, int mainSMeterRaw);
     // "Authorize Tx": withdrawing it while a client keeps the transmitter keyed unkeys it.
     void setTxAuthorized(bool on);
+    // The poll's replies that the native sharing port answers from: a set made here makes the
+    // records it changes wait there for the next poll too, whichever front door it came through.
+    void setPollCache(std::shared_ptr<PollCache> cache) { cache_ = std::move(cache); }
 
     RigSnapshot snapshot() const override { return snap_; }
     // The snapshot with the clarifiers of the last status record; the poll does not read the memory
@@ -55,6 +62,10 @@ public:
     void setPtt(bool on) override;
 
 private:
+    // Posts the job of a set whose effect on the polled records is that of `changes`.
+    // With a key, a set of the same key still waiting on the link is replaced (latest wins).
+    void postSet(const CatCommand& changes, std::function<void(CatPort&)> job, std::optional<int> replaceKey = {});
+
     template <typename T>
     struct Hold {
         std::optional<T> value;
@@ -67,6 +78,7 @@ private:
 
     RadioLink& link_;
     std::shared_ptr<Clock> clock_;
+    std::shared_ptr<PollCache> cache_;
     RigSnapshot snap_;
     ClarifierState clarA_, clarB_;
     bool txAuthorized_ = false;

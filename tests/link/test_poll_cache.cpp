@@ -118,6 +118,19 @@ private slots:
         QCOMPARE(c.answer(CurrentVfo).bytes, QByteArray(16, 'c'));
     }
 
+    void aSetReplacedBeforeItWentOutLeavesNoWaitBehind()
+    {
+        PollCache c;
+        c.storeStatus(c.pollStarting(), status('a'));
+        const unsigned records = PollCache::recordsChangedBy(SetVfoA);
+        c.setPosted(records);
+        c.setPosted(records);
+        c.setDropped(records);  // the second took the first one's place
+        c.setSent(records);
+        c.storeStatus(c.pollStarting(), status('c'));
+        QCOMPARE(c.answer(CurrentVfo).holding, PollCache::Holding::Current);
+    }
+
     void transmittingChangesTheFlagsAndTheMeters()
     {
         const unsigned r = PollCache::recordsChangedBy(CatCommand::make(Op::Ptt, 1));

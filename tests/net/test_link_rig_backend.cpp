@@ -5,6 +5,8 @@
 #include "FakeSerialPort.h"
 #include "FlagsDecoder.h"
 #include "LinkRigBackend.h"
+#include "PollCache.h"
+#include "Procedures.h"
 #include "RadioLink.h"
 #include "StatusDecoder.h"
 
@@ -382,6 +384,30 @@ private slots:
         QVERIFY(rig.linkUp());
         r.link.runBlocking([](CatPort& port) { port.serial().close(); });
         QVERIFY(!rig.linkUp());
+    }
+
+    void aSetMakesThePolledRecordsItChangesWaitForTheNextPoll()
+    {
+        Rig r;
+        auto cache = std::make_shared<PollCache>();
+        r.backend.setPollCache(cache);
+        StatusReply polled;
+        polled.currentVfo = QByteArray(ReplySize::VfoRecord, 'a');
+        cache->storeStatus(cache->pollStarting(), polled);
+        FlagsReply flagsRead;
+        flagsRead.bytes = QByteArray(ReplySize::Flags, 'f');
+        cache->storeFlags(cache->pollStarting(), flagsRead);
+        const CatCommand currentVfo = CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo);
+        const CatCommand flagsCommand = CatCommand::make(Op::ReadFlags, 1);
+        r.backend.setSplit(true);
+        QCOMPARE(cache->answer(flagsCommand).holding, PollCache::Holding::Stale);
+        QCOMPARE(cache->answer(currentVfo).holding, PollCache::Holding::Current);
+        r.backend.setFrequency(RigVfo::A, 14076000);
+        QCOMPARE(cache->answer(currentVfo).holding, PollCache::Holding::Stale);
+        cache->storeStatus(cache->pollStarting(), polled);
+        cache->storeFlags(cache->pollStarting(), flagsRead);
+        QCOMPARE(cache->answer(currentVfo).holding, PollCache::Holding::Current);
+        QCOMPARE(cache->answer(flagsCommand).holding, PollCache::Holding::Current);
     }
 
     void linkUpFollowsThePort()
