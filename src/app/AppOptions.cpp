@@ -32,7 +32,12 @@ AppOptions parseAppOptions(const QStringList& arguments)
     const QCommandLineOption fastLink(
         QStringLiteral("fast-link"),
         QStringLiteral("Read each reply as soon as it is complete, for this run (Setup > Fast Link keeps it)."));
-    parser.addOptions({simulate, model, port, settings, rigctld, fastLink, screenshot, dump});
+    const QCommandLineOption share(
+        QStringLiteral("share"),
+        QStringLiteral(
+            "Open sharing ports for this run: native, text or native,text (Setup > Sharing Ports keeps them)."),
+        QStringLiteral("ports"));
+    parser.addOptions({simulate, model, port, settings, rigctld, share, fastLink, screenshot, dump});
     parser.process(arguments);
 
     AppOptions o;
@@ -46,6 +51,7 @@ AppOptions parseAppOptions(const QStringList& arguments)
     o.settingsFile = parser.value(settings);
     o.dumpState = parser.isSet(dump);
     o.rigctld = parser.value(rigctld);
+    o.share = parser.value(share);
     o.fastLink = parser.isSet(fastLink);
     if (parser.isSet(screenshot)) {
         const QStringList parts = parser.value(screenshot).split(u',');

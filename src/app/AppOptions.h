@@ -13,6 +13,7 @@ struct AppOptions {
     int screenshotAfterMs = 3000;
     bool dumpState = false;  // print the displays on exit
     QString rigctld;         // "[ADDRESS:]PORT": share the radio on the network for this run
+    QString share;           // "native", "text" or both: sharing ports opened for this run
     bool fastLink = false;   // --fast-link: the fast link for this run, nothing stored
     QString error;           // non-empty: the command line is wrong
 };

@@ -27,6 +27,8 @@ public:
     void stop();
     bool listening() const;
     RigctlServer* server() const { return server_.get(); }
+    // The one path to the radio, which the sharing ports use too.
+    LinkRigBackend& backend() const { return *backend_; }
 
 private:
     void showDialog();

@@ -5,12 +5,15 @@
 #include "FastLinkControl.h"
 #include "Form1.h"
 #include "IniSettingsStore.h"
+#include "LinkRigBackend.h"
 #include "NetworkControl.h"
 #include "Prompts.h"
 #include "QtSerialPort.h"
 #include "RadioLink.h"
 #include "RealClock.h"
+#include "SharingControl.h"
 #include "SimHost.h"
+#include "TextPort.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -75,6 +78,16 @@ int main(int argc, char* argv[])
         }
     }
 
+    std::optional<SharingSettings> share;
+    if (!options.share.isEmpty()) {
+        share = SharingSettings::parseList(options.share);
+        if (!share) {
+            std::fprintf(stderr, "ft1000cat: --share takes native, text or native,text, not \"%s\"\n",
+                         qPrintable(options.share));
+            return 2;
+        }
+    }
+
     AppWindows windows;
     auto form = std::make_unique<Form1>(link, *settings, windows, prompts);
     windows.setHost(form.get());
@@ -82,11 +95,23 @@ int main(int argc, char* argv[])
         form->setPortOverride(device);
     auto network = std::make_unique<NetworkControl>(*form, *settings);
     auto fastLink = std::make_unique<FastLinkControl>(*form, *settings, options.fastLink);
+    // The ports serve from the server's backend: one snapshot, one set of holds, one transmit gate.
+    // The native port is not part of this build yet.
+    auto sharing = std::make_unique<SharingControl>(
+        *form, *settings, nullptr,
+        std::make_unique<SharingPortOf<TextPort>>(std::make_unique<TextPort>(network->backend()), TextPort::LinkName));
+    QObject::connect(sharing.get(), &SharingControl::portOpened, [](const QString& line) {
+        std::printf("%s\n", qPrintable(line));
+        std::fflush(stdout);
+    });
     form->Form_Load();
     form->show();
     QString netError;
     if (!network->start(rigctld, &netError))
         std::fprintf(stderr, "ft1000cat: network control not started: %s\n", qPrintable(netError));
+    QString shareError;
+    if (!sharing->start(share, &shareError))
+        std::fprintf(stderr, "ft1000cat: sharing port not opened: %s\n", qPrintable(shareError));
 
     if (!options.screenshot.isEmpty()) {
         QTimer::singleShot(options.screenshotAfterMs, form.get(), [&] {
@@ -101,6 +126,7 @@ int main(int argc, char* argv[])
         std::printf("fastLink=%d\npollRate=%s\n", fastLink->on() ? 1 : 0, qPrintable(fastLink->rateText()));
         std::fflush(stdout);
     }
+    sharing.reset();  // before the backend it serves from
     network.reset();
     fastLink.reset();
     windows.closeAll();  // they save their settings through the main window, so before it goes
