@@ -24,24 +24,26 @@ constexpr int KeyButtons = 33;
 constexpr int FrameCount = 8;
 constexpr int MeterPanelWidth = 216;  // pixels: what the Small layout leaves out
 
+// The radio panel's look, scoped to the panel and the status bar: the dialogs the main window owns
+// (network, sharing, prompts, file choosers) inherit its style sheet and keep the desktop's look.
 const char* const PanelStyle = R"(
 Form1, QWidget#centralPanel { background: #2a2e33; }
-QGroupBox { color: #c9d1d9; border: 1px solid #4a5158; border-radius: 4px; margin-top: 7px; font-size: 8pt; }
-QGroupBox::title { subcontrol-origin: margin; left: 7px; padding: 0 2px; }
-QGroupBox#mainFrame { border: 1px solid #5a6168; background: #30353b; margin-top: 0px; }
-QLabel { color: #d7dde3; font-size: 8pt; }
-QLabel[role="lamp"] { color: #ffc84a; background: #1c2024; border: 1px solid #3b4248; border-radius: 2px;
+#centralPanel QGroupBox { color: #c9d1d9; border: 1px solid #4a5158; border-radius: 4px; margin-top: 7px; font-size: 8pt; }
+#centralPanel QGroupBox::title { subcontrol-origin: margin; left: 7px; padding: 0 2px; }
+#centralPanel QGroupBox#mainFrame { border: 1px solid #5a6168; background: #30353b; margin-top: 0px; }
+#centralPanel QLabel, QStatusBar QLabel { color: #d7dde3; font-size: 8pt; }
+#centralPanel QLabel[role="lamp"] { color: #ffc84a; background: #1c2024; border: 1px solid #3b4248; border-radius: 2px;
     font-size: 7pt; font-weight: bold; padding: 0 2px; }
-QLabel[role="mode"] { color: #ffc84a; background: #0b1410; font-weight: bold; font-size: 9pt; padding: 0 3px; }
-QLabel[role="clar"] { color: #9cff6a; font-size: 7pt; font-weight: bold; }
-QLabel[role="scale"] { color: #aab3bc; font-size: 8px; }
-QLabel[role="small"] { color: #aab3bc; font-size: 7pt; }
-QPushButton { color: #e6eaee; background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #5b636b, stop:1 #40474e);
+#centralPanel QLabel[role="mode"] { color: #ffc84a; background: #0b1410; font-weight: bold; font-size: 9pt; padding: 0 3px; }
+#centralPanel QLabel[role="clar"] { color: #9cff6a; font-size: 7pt; font-weight: bold; }
+#centralPanel QLabel[role="scale"] { color: #aab3bc; font-size: 8px; }
+#centralPanel QLabel[role="small"] { color: #aab3bc; font-size: 7pt; }
+#centralPanel QPushButton { color: #e6eaee; background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #5b636b, stop:1 #40474e);
     border: 1px solid #1d2125; border-radius: 3px; font-size: 8pt; padding: 1px 2px; min-height: 17px; }
-QPushButton:pressed { background: #2c3136; }
-QPushButton:disabled { color: #7b848c; background: #3a4046; }
-QRadioButton { color: #d7dde3; font-size: 7pt; spacing: 2px; }
-QCheckBox { color: #d7dde3; font-size: 7pt; spacing: 2px; }
+#centralPanel QPushButton:pressed { background: #2c3136; }
+#centralPanel QPushButton:disabled { color: #7b848c; background: #3a4046; }
+#centralPanel QRadioButton { color: #d7dde3; font-size: 7pt; spacing: 2px; }
+#centralPanel QCheckBox { color: #d7dde3; font-size: 7pt; spacing: 2px; }
 )";
 }  // namespace
 

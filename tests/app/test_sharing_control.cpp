@@ -216,6 +216,33 @@ private slots:
         });
     }
 
+    void theDialogKeepsTheDesktopsLookNotThePanels()
+    {
+        // The main window's dark panel style must not reach the dialogs it owns: its light text on
+        // the desktop's light dialog background would be unreadable.
+        Fixture f;
+        QVERIFY(f.control->start(std::nullopt, nullptr));
+        const QColor desktopText = QApplication::palette().color(QPalette::WindowText);
+        const QColor desktopButtonText = QApplication::palette().color(QPalette::ButtonText);
+        QColor stateText, boxText, buttonText;
+        f.throughTheDialog([&](SharingDialog& d) {
+            for (QWidget* w : std::initializer_list<QWidget*>{d.textState, d.text, d.copyText})
+                w->ensurePolished();
+            stateText = d.textState->palette().color(QPalette::WindowText);
+            boxText = d.text->palette().color(QPalette::WindowText);
+            buttonText = d.copyText->palette().color(QPalette::ButtonText);
+            d.reject();
+        });
+        QCOMPARE(stateText, desktopText);
+        QCOMPARE(boxText, desktopText);
+        QCOMPARE(buttonText, desktopButtonText);
+        // The panel keeps its own look.
+        QLabel* onPanel = f.form->centralWidget()->findChild<QLabel*>();
+        QVERIFY(onPanel);
+        onPanel->ensurePolished();
+        QVERIFY(onPanel->palette().color(QPalette::WindowText) != desktopText);
+    }
+
     void theCopyButtonsPutThePathsOnTheClipboard()
     {
         Fixture f;
