@@ -16,6 +16,8 @@ NetworkControl::NetworkControl(Form1& form, SettingsStore& settings, QObject* pa
 {
     server_ = std::make_unique<RigctlServer>(*backend_);
     backend_->setTxAuthorized(form.txAuthorized());
+    // Its sets make the polled records they change wait for the next poll, for the native port.
+    backend_->setPollCache(form.pollCache());
 
     connect(&form, &Form1::statusShown, this, [this](const StatusView& v) {
         lastStatus_ = v;

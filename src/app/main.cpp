@@ -6,6 +6,7 @@
 #include "Form1.h"
 #include "IniSettingsStore.h"
 #include "LinkRigBackend.h"
+#include "NativePort.h"
 #include "NetworkControl.h"
 #include "Prompts.h"
 #include "QtSerialPort.h"
@@ -95,10 +96,12 @@ int main(int argc, char* argv[])
         form->setPortOverride(device);
     auto network = std::make_unique<NetworkControl>(*form, *settings);
     auto fastLink = std::make_unique<FastLinkControl>(*form, *settings, options.fastLink);
-    // The ports serve from the server's backend: one snapshot, one set of holds, one transmit gate.
-    // The native port is not part of this build yet.
+    // The ports serve from the server's backend: one snapshot, one set of holds, one transmit gate;
+    // the native port answers the poll's reads from the main window's poll.
     auto sharing = std::make_unique<SharingControl>(
-        *form, *settings, nullptr,
+        *form, *settings,
+        std::make_unique<SharingPortOf<NativePort>>(
+            std::make_unique<NativePort>(network->backend(), link, form->pollCache()), NativePort::LinkName),
         std::make_unique<SharingPortOf<TextPort>>(std::make_unique<TextPort>(network->backend()), TextPort::LinkName));
     QObject::connect(sharing.get(), &SharingControl::portOpened, [](const QString& line) {
         std::printf("%s\n", qPrintable(line));
