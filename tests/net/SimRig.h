@@ -5,6 +5,7 @@
 
 #include "FlagsDecoder.h"
 #include "LinkRigBackend.h"
+#include "PollCache.h"
 #include "Procedures.h"
 #include "QtSerialPort.h"
 #include "RadioLink.h"
@@ -43,6 +44,7 @@ public:
             return false;
         }
         backend = std::make_unique<LinkRigBackend>(*link);
+        backend->setPollCache(cache);
         server = std::make_unique<RigctlServer>(*backend);
         if (!server->listen(QStringLiteral("127.0.0.1"), 0, error))
             return false;
@@ -73,20 +75,28 @@ public:
     std::unique_ptr<RigctlServer> server;
     QTimer timer;
     std::atomic<int> polls{0};  // polls whose results reached the backend
+    // The poll's replies, kept as the main window's poll keeps them, for a native sharing port.
+    std::shared_ptr<PollCache> cache = std::make_shared<PollCache>();
 
 private:
     void pollTick()
     {
         // The job holds the link itself: while the link is being destroyed, `link` is already empty
         // and a poll may still be finishing on the link's thread.
-        link->postTick(JobKind::Poll, [this, link = link.get()](CatPort& port) {
+        link->postTick(JobKind::Poll, [this, link = link.get(), cache = cache](CatPort& port) {
+            const quint64 mark = cache->pollStarting();
             const StatusReply status = Get_Status32(port);
             MeterReplies meters;
             FlagsReply flags;
+            if (status.ran)
+                cache->storeStatus(mark, status);
             if (status.ran && !status.record.isEmpty()) {
                 meters = readMeters(port, MeterSelector::TransmitBase);
-                if (meters.complete())
+                cache->storeMeters(mark, MeterSelector::TransmitBase, meters);
+                if (meters.complete()) {
                     flags = GetFlags(port, 1);
+                    cache->storeFlags(mark, flags);
+                }
             }
             link->deliver(this, [this, status, meters, flags] {
                 const StatusView view = decodeStatus(store_, status.record);

@@ -3,52 +3,29 @@
 // set the radio behind the port, here a fake that records every set.
 
 #include "FakeSharedRig.h"
+#include "RigctlProcess.h"
 #include "TextPort.h"
 
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
-
-namespace {
-constexpr int WaitMs = 20000;  // a guard against a hang, not a measurement
-
-struct Run {
-    QString out;
-    QString err;
-};
-}  // namespace
 
 class TestTextPortRigctl : public QObject {
     Q_OBJECT
 private:
     QTemporaryDir runtime;
-    QString rigctl;
     FakeSharedRig rig;
     std::unique_ptr<TextPort> port;
 
     // One rigctl process, one command; the port answers on this thread while it runs.
-    Run run(const QStringList& command)
+    RigctlRun run(const QStringList& command)
     {
-        QProcess p;
-        p.start(rigctl, QStringList{"-m", "2014", "-r", port->linkPath()} + command);
-        if (!p.waitForStarted(WaitMs))
-            return {};
-        QDeadlineTimer deadline(WaitMs);
-        while (p.state() != QProcess::NotRunning && !deadline.hasExpired())
-            QTest::qWait(5);
-        if (p.state() != QProcess::NotRunning) {
-            p.kill();
-            p.waitForFinished();
-        }
-        return Run{QString::fromLocal8Bit(p.readAllStandardOutput()), QString::fromLocal8Bit(p.readAllStandardError())};
+        return RigctlRun::run(QStringLiteral("2014"), port->linkPath(), command);
     }
 
 private slots:
     void initTestCase()
     {
-        rigctl = QStandardPaths::findExecutable(QStringLiteral("rigctl"));
-        if (rigctl.isEmpty())
+        if (RigctlRun::program().isEmpty())
             QSKIP(
                 "hamlib's rigctl is not installed (Debian package libhamlib-utils): the tests with a real "
                 "client are skipped");
@@ -76,7 +53,7 @@ private slots:
     void setsTheFrequency()
     {
         rig.state.rig.vfoAHz = 14074000;
-        const Run r = run({"F", "14076000"});
+        const RigctlRun r = run({"F", "14076000"});
         QCOMPARE(r.out, QString());
         QCOMPARE(r.err, QString());
         QCOMPARE(rig.calls, QStringList{"freq A 14076000"});
@@ -94,7 +71,7 @@ private slots:
     void setsTheMode()
     {
         rig.state.rig.modeA = ModeCode::Lsb;
-        const Run r = run({"M", "USB", "2400"});
+        const RigctlRun r = run({"M", "USB", "2400"});
         QCOMPARE(r.err, QString());
         QCOMPARE(rig.calls, QStringList{QStringLiteral("mode A %1").arg(ModeCode::Usb)});
         QCOMPARE(run({"m"}).out.section('\n', 0, 0), QStringLiteral("USB"));
