@@ -2,10 +2,6 @@
 
 #include "Procedures.h"
 
-namespace {
-constexpr int RecordKinds = 3;
-}  // namespace
-
 unsigned PollCache::recordsChangedBy(const CatCommand& set)
 {
     switch (set.op) {
@@ -88,7 +84,8 @@ void PollCache::setSent(unsigned records)
         if (records & (1u << i)) {
             if (pending_[i] > 0)
                 --pending_[i];
-            lastSet_[i] = sets_;
+            const quint64 n = ++sends_[i];
+            sendMarks_[i][n % SendHistory] = sets_;
         }
     }
 }
@@ -102,13 +99,32 @@ void PollCache::setDropped(unsigned records)
     }
 }
 
-bool PollCache::stale(unsigned record, quint64 mark) const
+PollCache::Ticket PollCache::ticket() const
 {
-    const int i = index(record);
-    return pending_[i] > 0 || mark < lastSet_[i];
+    // The link runs its jobs in the order they were posted (a set that replaces a waiting one takes
+    // its place), so the sets waiting now go out before any posted later.
+    std::lock_guard lock(mutex_);
+    Ticket t;
+    for (int i = 0; i < RecordKinds; ++i)
+        t.sends[i] = sends_[i] + static_cast<quint64>(pending_[i]);
+    return t;
 }
 
-PollCache::Answer PollCache::answer(const CatCommand& read) const
+bool PollCache::stale(unsigned record, quint64 mark, const Ticket& ticket) const
+{
+    const int i = index(record);
+    const quint64 needed = ticket.sends[i];
+    if (needed == 0)
+        return false;
+    if (sends_[i] < needed)
+        return true;  // a set the read must see has not gone out yet
+    // The mark after that send; when it has left the history, the latest one (stricter).
+    const quint64 after =
+        sends_[i] - needed < SendHistory ? sendMarks_[i][needed % SendHistory] : sendMarks_[i][sends_[i] % SendHistory];
+    return mark < after;
+}
+
+PollCache::Answer PollCache::answer(const CatCommand& read, const Ticket& ticket) const
 {
     std::lock_guard lock(mutex_);
     const Entry* entry = nullptr;
@@ -129,7 +145,7 @@ PollCache::Answer PollCache::answer(const CatCommand& read) const
     }
     if (entry == nullptr)
         return {};
-    if (stale(record, entry->mark))
+    if (stale(record, entry->mark, ticket))
         return {Holding::Stale, {}};
     return {Holding::Current, entry->bytes};
 }

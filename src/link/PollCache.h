@@ -5,7 +5,8 @@
 // The poll stores on the link thread; ports read on theirs, so every member takes the lock. A set
 // that a sharing client sends makes the records it changes stale until a poll that started after
 // the set went out has stored them again: a client that sets and reads back sees its own change,
-// never a record the radio gave before it.
+// never a record the radio gave before it. A read waits only for the sets posted before it was
+// taken (its ticket): sets that other clients keep sending meanwhile do not hold it back.
 
 #include "CatCommand.h"
 
@@ -39,6 +40,11 @@ public:
         Holding holding = Holding::NotPolled;
         QByteArray bytes;  // the radio's reply, when Current
     };
+    static constexpr int RecordKinds = 3;
+    // What a read taken now must see: per record, how many sets changing it must have gone out.
+    struct Ticket {
+        quint64 sends[RecordKinds] = {};
+    };
 
     // The records a set of the instruction table changes.
     static unsigned recordsChangedBy(const CatCommand& set);
@@ -58,7 +64,10 @@ public:
     // closing link.
     void setDropped(unsigned records);
 
-    Answer answer(const CatCommand& read) const;
+    Ticket ticket() const;
+    // The answer for a read taken with `ticket`; without one, for a read taken now.
+    Answer answer(const CatCommand& read, const Ticket& ticket) const;
+    Answer answer(const CatCommand& read) const { return answer(read, ticket()); }
 
     // Called after every store, on the link thread, outside the lock; ports use it to answer the
     // reads that wait for a poll. Returns a handle for removeListener().
@@ -70,14 +79,18 @@ private:
         QByteArray bytes;
         quint64 mark = 0;
     };
+    // Per record, the marks after its latest sends, by send number: enough for the reads waiting.
+    static constexpr int SendHistory = 64;
+
     static int index(unsigned record);
-    bool stale(unsigned record, quint64 mark) const;
+    bool stale(unsigned record, quint64 mark, const Ticket& ticket) const;
     void notify();
 
     mutable std::mutex mutex_;
-    quint64 sets_ = 0;                 // sets sent so far: the mark of the next poll
-    quint64 lastSet_[3] = {};          // per record: the mark after the last set that changed it
-    int pending_[3] = {};              // per record: sets posted but not yet sent
+    quint64 sets_ = 0;                        // sets sent so far: the mark of the next poll
+    quint64 sends_[RecordKinds] = {};         // per record: sets that changed it and went out
+    quint64 sendMarks_[RecordKinds][SendHistory] = {};  // per record: sets_ after send n, at n % SendHistory
+    int pending_[RecordKinds] = {};           // per record: sets posted but not yet sent
     std::optional<Entry> currentVfo_;  // 0x10 P4 = 2
     std::optional<Entry> bothVfos_;    // 0x10 P4 = 3
     QMap<int, Entry> meters_;          // 0xF7 by selector, those of the last poll only

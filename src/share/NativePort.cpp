@@ -16,7 +16,11 @@ public:
     }
 
     bool txAuthorized() const override { return rig_.txAuthorized(); }
-    PollCache::Answer polled(const CatCommand& read) const override { return cache_.answer(read); }
+    PollCache::Ticket ticket() const override { return cache_.ticket(); }
+    PollCache::Answer polled(const CatCommand& read, const PollCache::Ticket& ticket) const override
+    {
+        return cache_.answer(read, ticket);
+    }
 
     void forwardSet(const CatCommand& set) override
     {

@@ -45,6 +45,7 @@ void NativeResponder::handle(const CatCommand& c)
 {
     switch (kindOf(c)) {
         case Kind::PolledOrRadioRead:
+            ticket_ = radio_.ticket();
             if (!answerRead(c))
                 waitingRead_ = c;
             return;
@@ -66,7 +67,7 @@ void NativeResponder::handle(const CatCommand& c)
 
 bool NativeResponder::answerRead(const CatCommand& c)
 {
-    const PollCache::Answer a = radio_.polled(c);
+    const PollCache::Answer a = radio_.polled(c, ticket_);
     switch (a.holding) {
         case PollCache::Holding::Current:
             answered(a.bytes);

@@ -21,7 +21,9 @@ class NativeRadio {
 public:
     virtual ~NativeRadio() = default;
     virtual bool txAuthorized() const = 0;
-    virtual PollCache::Answer polled(const CatCommand& read) const = 0;
+    // What a read taken now must see of the sets before it.
+    virtual PollCache::Ticket ticket() const = 0;
+    virtual PollCache::Answer polled(const CatCommand& read, const PollCache::Ticket& ticket) const = 0;
     virtual void forwardSet(const CatCommand& set) = 0;
     // Asks the radio; done() gets its reply as it came, on the conversation's thread (perhaps
     // before passThrough() returns).
@@ -63,6 +65,7 @@ private:
     Writer write_;
     std::deque<CatCommand> queue_;
     std::optional<CatCommand> waitingRead_;  // the read at the head, waiting for a poll or the radio
+    PollCache::Ticket ticket_;                // the read at the head: the sets it must see
     bool askingRadio_ = false;
     bool draining_ = false;
     quint64 generation_ = 0;  // replies of an earlier generation belong to a reset conversation

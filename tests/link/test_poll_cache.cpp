@@ -131,6 +131,49 @@ private slots:
         QCOMPARE(c.answer(CurrentVfo).holding, PollCache::Holding::Current);
     }
 
+    void aReadWaitsOnlyForTheSetsBeforeIt()
+    {
+        // Other clients keep setting: a read waits for the poll after the sets posted before it was
+        // taken, not for those that came after.
+        PollCache c;
+        c.storeStatus(c.pollStarting(), status('a'));
+        const unsigned records = PollCache::recordsChangedBy(SetVfoA);
+        c.setPosted(records);
+        const PollCache::Ticket read = c.ticket();
+        c.setSent(records);
+        c.setPosted(records);  // a later set, still waiting
+        QCOMPARE(c.answer(CurrentVfo, read).holding, PollCache::Holding::Stale);
+        c.storeStatus(c.pollStarting(), status('c'));
+        QCOMPARE(c.answer(CurrentVfo, read).holding, PollCache::Holding::Current);
+        QCOMPARE(c.answer(CurrentVfo, read).bytes, QByteArray(16, 'c'));
+        // A read taken now must see the later set too.
+        QCOMPARE(c.answer(CurrentVfo).holding, PollCache::Holding::Stale);
+        const quint64 before = c.pollStarting();
+        c.setSent(records);
+        c.storeStatus(before, status('d'));
+        QCOMPARE(c.answer(CurrentVfo).holding, PollCache::Holding::Stale);
+        c.storeStatus(c.pollStarting(), status('e'));
+        QCOMPARE(c.answer(CurrentVfo).holding, PollCache::Holding::Current);
+    }
+
+    void aReadTakenLongAgoStillFindsItsSet()
+    {
+        PollCache c;
+        const unsigned records = PollCache::recordsChangedBy(SetVfoA);
+        c.setPosted(records);
+        const PollCache::Ticket read = c.ticket();
+        const quint64 before = c.pollStarting();
+        for (int i = 0; i < 200; ++i) {  // far more sends than the cache keeps the marks of
+            c.setPosted(records);
+            c.setSent(records);
+        }
+        c.setSent(records);
+        c.storeStatus(before, status('a'));
+        QCOMPARE(c.answer(CurrentVfo, read).holding, PollCache::Holding::Stale);
+        c.storeStatus(c.pollStarting(), status('b'));
+        QCOMPARE(c.answer(CurrentVfo, read).holding, PollCache::Holding::Current);
+    }
+
     void transmittingChangesTheFlagsAndTheMeters()
     {
         const unsigned r = PollCache::recordsChangedBy(CatCommand::make(Op::Ptt, 1));

@@ -17,7 +17,8 @@ QByteArray frame(int op, int p4 = 0, int p1 = 0)
 class FakeNativeRadio final : public NativeRadio {
 public:
     bool txAuthorized() const override { return authorized; }
-    PollCache::Answer polled(const CatCommand& read) const override
+    PollCache::Ticket ticket() const override { return {}; }
+    PollCache::Answer polled(const CatCommand& read, const PollCache::Ticket&) const override
     {
         const auto it = poll.find(read.hex());
         if (it == poll.end())
