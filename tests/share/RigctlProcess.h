@@ -11,6 +11,9 @@
 
 struct RigctlRun {
     static constexpr int GuardMs = 20000;  // a guard against a hang, not a measurement
+    // A set has no reply, so the client may end before the port has read its last command: the
+    // port is served this long after the client ends, before a test looks at what it did.
+    static constexpr int PortReadsMs = 200;
 
     QString out;
     QString err;
@@ -32,6 +35,7 @@ struct RigctlRun {
             p.kill();
             p.waitForFinished();
         }
+        QTest::qWait(PortReadsMs);
         return RigctlRun{QString::fromLocal8Bit(p.readAllStandardOutput()),
                          QString::fromLocal8Bit(p.readAllStandardError())};
     }

@@ -80,8 +80,8 @@ private slots:
         QVERIFY(setsReceived().isEmpty());
         const RigctlRun r = run({"F", "14076000"});
         QCOMPARE(r.err, QString());
-        QCOMPARE(setsReceived(), QStringList{"00 76 40 01 0A"});
-        QCOMPARE(rig.sim.radio().vfo(VirtualRadio::Vfo::A).freq10Hz, qint64(1407600));
+        QTRY_COMPARE_WITH_TIMEOUT(setsReceived(), QStringList{"00 76 40 01 0A"}, WaitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(rig.sim.radio().vfo(VirtualRadio::Vfo::A).freq10Hz, qint64(1407600), WaitMs);
         QCOMPARE(run({"f"}).out, QStringLiteral("14076000\n"));
     }
 
@@ -95,8 +95,8 @@ private slots:
         QCOMPARE(run({"m"}).out.section('\n', 0, 0), QStringLiteral("CW"));
         const RigctlRun r = run({"M", "USB", "2400"});
         QCOMPARE(r.err, QString());
-        QCOMPARE(setsReceived(), QStringList{"00 00 00 01 0C"});
-        QCOMPARE(rig.sim.radio().vfo(VirtualRadio::Vfo::A).modeByte, 1);
+        QTRY_COMPARE_WITH_TIMEOUT(setsReceived(), QStringList{"00 00 00 01 0C"}, WaitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(rig.sim.radio().vfo(VirtualRadio::Vfo::A).modeByte, 1, WaitMs);
         QCOMPARE(run({"m"}).out.section('\n', 0, 0), QStringLiteral("USB"));
     }
 
@@ -115,16 +115,16 @@ private slots:
     {
         QCOMPARE(run({"s"}).out, QStringLiteral("0\nVFOA\n"));
         QCOMPARE(run({"S", "1", "VFOB"}).err, QString());
-        QCOMPARE(setsReceived(), QStringList{"00 00 00 01 01"});
-        QVERIFY(rig.sim.radio().split());
+        QTRY_COMPARE_WITH_TIMEOUT(setsReceived(), QStringList{"00 00 00 01 01"}, WaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(rig.sim.radio().split(), WaitMs);
         QCOMPARE(run({"s"}).out, QStringLiteral("1\nVFOB\n"));
         QCOMPARE(run({"I", "14080000"}).err, QString());
-        QCOMPARE(setsReceived(), QStringList{"00 80 40 01 8A"});
-        QCOMPARE(rig.sim.radio().vfo(VirtualRadio::Vfo::B).freq10Hz, qint64(1408000));
+        QTRY_COMPARE_WITH_TIMEOUT(setsReceived(), QStringList{"00 80 40 01 8A"}, WaitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(rig.sim.radio().vfo(VirtualRadio::Vfo::B).freq10Hz, qint64(1408000), WaitMs);
         QCOMPARE(run({"i"}).out, QStringLiteral("14080000\n"));
         QCOMPARE(run({"S", "0", "VFOA"}).err, QString());
-        QCOMPARE(setsReceived(), QStringList{"00 00 00 00 01"});
-        QVERIFY(!rig.sim.radio().split());
+        QTRY_COMPARE_WITH_TIMEOUT(setsReceived(), QStringList{"00 00 00 00 01"}, WaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!rig.sim.radio().split(), WaitMs);
     }
 
     void keysOnlyWhenAuthorised()
@@ -136,12 +136,12 @@ private slots:
         QVERIFY(!rig.sim.radio().transmitting());
         rig.backend->setTxAuthorized(true);
         QCOMPARE(run({"T", "1"}).err, QString());
-        QCOMPARE(setsReceived(), QStringList{"00 00 00 01 0F"});
-        QVERIFY(rig.sim.radio().transmitting());
+        QTRY_COMPARE_WITH_TIMEOUT(setsReceived(), QStringList{"00 00 00 01 0F"}, WaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(rig.sim.radio().transmitting(), WaitMs);
         QCOMPARE(run({"t"}).out, QStringLiteral("1\n"));
         QCOMPARE(run({"T", "0"}).err, QString());
-        QCOMPARE(setsReceived(), QStringList{"00 00 00 00 0F"});
-        QVERIFY(!rig.sim.radio().transmitting());
+        QTRY_COMPARE_WITH_TIMEOUT(setsReceived(), QStringList{"00 00 00 00 0F"}, WaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!rig.sim.radio().transmitting(), WaitMs);
         rig.backend->setTxAuthorized(false);
     }
 };
