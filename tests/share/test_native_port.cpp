@@ -15,6 +15,9 @@
 
 #include <QTemporaryDir>
 #include <QTest>
+#include <algorithm>
+
+#include <termios.h>
 
 namespace {
 constexpr int TransmitSelector = 0x85;  // SWR, as the meter panel may have chosen
@@ -201,6 +204,44 @@ private slots:
         QVERIFY(client.write(flagsRead.mid(2)));
         QCOMPARE(client.read(ReplySize::Flags), flags);
         QCOMPARE(s.port.commandsAnswered(), qint64(2));
+    }
+
+    void theClientsLineSettingsAreAccepted_data()
+    {
+        QTest::addColumn<int>("speed");
+        QTest::addColumn<int>("parity");  // 0 none, 1 even, 2 odd
+        QTest::addColumn<bool>("twoStopBits");
+        QTest::newRow("4800 8N2, the radio's") << int(B4800) << 0 << true;
+        QTest::newRow("9600 8E1") << int(B9600) << 1 << false;
+        QTest::newRow("38400 8O1") << int(B38400) << 2 << false;
+        QTest::newRow("1200 8N1") << int(B1200) << 0 << false;
+    }
+    void theClientsLineSettingsAreAccepted()
+    {
+        // A program that opens a serial radio sets its speed, parity and stop bits (and raw bytes):
+        // whatever they are, the commands and replies pass unchanged, bytes over 0x7F included.
+        QFETCH(int, speed);
+        QFETCH(int, parity);
+        QFETCH(bool, twoStopBits);
+        Scene s;
+        s.poll();
+        QVERIFY(s.port.open());
+        PtyClient client(s.port.linkPath());
+        termios t{};
+        QCOMPARE(::tcgetattr(client.fd(), &t), 0);
+        ::cfmakeraw(&t);
+        ::cfsetspeed(&t, static_cast<speed_t>(speed));
+        t.c_cflag &= ~tcflag_t(PARENB | PARODD | CSTOPB);
+        if (parity != 0)
+            t.c_cflag |= PARENB | (parity == 2 ? PARODD : 0);
+        if (twoStopBits)
+            t.c_cflag |= CSTOPB;
+        QCOMPARE(::tcsetattr(client.fd(), TCSANOW, &t), 0);
+        const QByteArray read = frame(Op::StatusRequest, StatusKind::BothVfos);
+        const QByteArray expected = s.cache->answer(CatCommand::make(Op::StatusRequest, StatusKind::BothVfos)).bytes;
+        QVERIFY(std::any_of(expected.begin(), expected.end(), [](char c) { return quint8(c) > 0x7F; }));
+        QVERIFY(client.write(read));
+        QCOMPARE(client.read(ReplySize::BothVfos), expected);
     }
 };
 
