@@ -119,7 +119,8 @@ Figures measure(bool fast, QTextStream& err)
     });
     clients.emplace_back([&, path = text.linkPath()] {
         BlockingClient c = BlockingClient::pty(path);
-        readUntil(stop, into[Text], f.doors[Text].faults, [&] { return c.write("FA;") && c.readUntil(';').size() == 14; });
+        readUntil(stop, into[Text], f.doors[Text].faults,
+                  [&] { return c.write("FA;") && c.readUntil(';').size() == 14; });
         ++finished;
     });
     clients.emplace_back([&, path = native.linkPath()] {
@@ -188,7 +189,9 @@ Figures measure(bool fast, QTextStream& err)
 
 QString medianAndP99(const std::vector<double>& v, int decimals)
 {
-    return QStringLiteral("%1/%2 ms").arg(percentile(v, 0.5), 0, 'f', decimals).arg(percentile(v, 0.99), 0, 'f', decimals);
+    return QStringLiteral("%1/%2 ms")
+        .arg(percentile(v, 0.5), 0, 'f', decimals)
+        .arg(percentile(v, 0.99), 0, 'f', decimals);
 }
 }  // namespace
 

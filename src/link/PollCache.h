@@ -87,14 +87,14 @@ private:
     void notify();
 
     mutable std::mutex mutex_;
-    quint64 sets_ = 0;                        // sets sent so far: the mark of the next poll
-    quint64 sends_[RecordKinds] = {};         // per record: sets that changed it and went out
+    quint64 sets_ = 0;                                  // sets sent so far: the mark of the next poll
+    quint64 sends_[RecordKinds] = {};                   // per record: sets that changed it and went out
     quint64 sendMarks_[RecordKinds][SendHistory] = {};  // per record: sets_ after send n, at n % SendHistory
-    int pending_[RecordKinds] = {};           // per record: sets posted but not yet sent
-    std::optional<Entry> currentVfo_;  // 0x10 P4 = 2
-    std::optional<Entry> bothVfos_;    // 0x10 P4 = 3
-    QMap<int, Entry> meters_;          // 0xF7 by selector, those of the last poll only
-    std::optional<Entry> flags_;       // 0xFA
+    int pending_[RecordKinds] = {};                     // per record: sets posted but not yet sent
+    std::optional<Entry> currentVfo_;                   // 0x10 P4 = 2
+    std::optional<Entry> bothVfos_;                     // 0x10 P4 = 3
+    QMap<int, Entry> meters_;                           // 0xF7 by selector, those of the last poll only
+    std::optional<Entry> flags_;                        // 0xFA
 
     std::mutex listenersMutex_;
     QMap<int, std::function<void()>> listeners_;

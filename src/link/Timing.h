@@ -42,27 +42,27 @@ constexpr int QuietMs = 3;
 constexpr int expectedReplyBytes(const CatCommand& command)
 {
     switch (command.op) {
-    case Op::StatusRequest:
-        switch (command.p4) {
-        case StatusKind::AllMemories:
-            return ReplySize::AllMemories;
-        case StatusKind::CurrentChannel:
-            return ReplySize::CurrentChannel;
-        case StatusKind::CurrentVfo:
-            return ReplySize::VfoRecord;
-        case StatusKind::BothVfos:
-            return ReplySize::BothVfos;
-        case StatusKind::OneChannel:
-            return ReplySize::ChannelRecord;
+        case Op::StatusRequest:
+            switch (command.p4) {
+                case StatusKind::AllMemories:
+                    return ReplySize::AllMemories;
+                case StatusKind::CurrentChannel:
+                    return ReplySize::CurrentChannel;
+                case StatusKind::CurrentVfo:
+                    return ReplySize::VfoRecord;
+                case StatusKind::BothVfos:
+                    return ReplySize::BothVfos;
+                case StatusKind::OneChannel:
+                    return ReplySize::ChannelRecord;
+                default:
+                    return 0;
+            }
+        case Op::ReadMeter:
+            return ReplySize::Meter;
+        case Op::ReadFlags:
+            return ReplySize::Flags;
         default:
             return 0;
-        }
-    case Op::ReadMeter:
-        return ReplySize::Meter;
-    case Op::ReadFlags:
-        return ReplySize::Flags;
-    default:
-        return 0;
     }
 }
 

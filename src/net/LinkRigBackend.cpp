@@ -130,8 +130,9 @@ void LinkRigBackend::setFrequency(RigVfo vfo, qint64 hz)
     const qint64 steps = hz / HzPerStep;  // the radio holds whole 10 Hz steps: round down
     const int which = vfo == RigVfo::B ? SetFreqVfoB : SetFreqVfoA;
     // Latest wins: a set of this VFO still waiting on the link is replaced, from whichever client.
-    postSet(setFreqCommand(steps, which), [steps, which](CatPort& port) { SetFreq(port, steps, which); },
-            vfo == RigVfo::B ? JobKey::FrequencyB : JobKey::FrequencyA);
+    postSet(
+        setFreqCommand(steps, which), [steps, which](CatPort& port) { SetFreq(port, steps, which); },
+        vfo == RigVfo::B ? JobKey::FrequencyB : JobKey::FrequencyA);
     if (vfo == RigVfo::B) {
         snap_.vfoBHz = steps * HzPerStep;
         hold(freqB_, snap_.vfoBHz);

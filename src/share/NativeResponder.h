@@ -65,7 +65,7 @@ private:
     Writer write_;
     std::deque<CatCommand> queue_;
     std::optional<CatCommand> waitingRead_;  // the read at the head, waiting for a poll or the radio
-    PollCache::Ticket ticket_;                // the read at the head: the sets it must see
+    PollCache::Ticket ticket_;               // the read at the head: the sets it must see
     bool askingRadio_ = false;
     bool draining_ = false;
     quint64 generation_ = 0;  // replies of an earlier generation belong to a reset conversation

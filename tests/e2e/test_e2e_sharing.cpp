@@ -17,8 +17,8 @@
 #include <QTest>
 
 namespace {
-constexpr int WaitMs = 20000;       // a guard against a hang, not a measurement
-constexpr int ProgramRunMs = 12000; // long enough for the clients below, then the program quits
+constexpr int WaitMs = 20000;        // a guard against a hang, not a measurement
+constexpr int ProgramRunMs = 12000;  // long enough for the clients below, then the program quits
 }  // namespace
 
 class TestE2eSharing : public QObject {
@@ -46,7 +46,8 @@ private slots:
 
         // One line per port on standard output, with its terminal.
         QString out;
-        const QRegularExpression lines(QStringLiteral("Native port: (/dev/\\S+)\\n(?:.*\\n)*?Text port: (/dev/\\S+)\\n"));
+        const QRegularExpression lines(
+            QStringLiteral("Native port: (/dev/\\S+)\\n(?:.*\\n)*?Text port: (/dev/\\S+)\\n"));
         QRegularExpressionMatch m;
         QDeadlineTimer deadline(WaitMs);
         while (!(m = lines.match(out)).hasMatch() && !deadline.hasExpired() && p.state() == QProcess::Running) {
@@ -60,8 +61,8 @@ private slots:
         const QString textLink = runtime + QStringLiteral("/ft1000cat/text");
         QCOMPARE(QFileInfo(nativeLink).symLinkTarget(), nativeTerminal);
         QCOMPARE(QFileInfo(textLink).symLinkTarget(), textTerminal);
-        QCOMPARE(QFileInfo(textTerminal).permissions() & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther |
-                                                          QFile::WriteOther),
+        QCOMPARE(QFileInfo(textTerminal).permissions() &
+                     (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
                  QFileDevice::Permissions());
 
         // Clients on both ports, as other programs would open them, and left open.
@@ -70,8 +71,9 @@ private slots:
         QVERIFY(text.isOpen() && native.isOpen());
         QVERIFY(text.write("ID;"));
         QCOMPARE(text.readUntil(';'), QByteArray("ID019;"));
-        const QByteArray vfoA =
-            QStringLiteral("FA%1;").arg(VirtualRadio().mainReceiver().freq10Hz * 10, 11, 10, QLatin1Char('0')).toLatin1();
+        const QByteArray vfoA = QStringLiteral("FA%1;")
+                                    .arg(VirtualRadio().mainReceiver().freq10Hz * 10, 11, 10, QLatin1Char('0'))
+                                    .toLatin1();
         QByteArray fa;
         for (QDeadlineTimer polled(WaitMs); fa != vfoA && !polled.hasExpired();) {
             QVERIFY(text.write("FA;"));
@@ -110,8 +112,8 @@ private slots:
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         p.setProcessEnvironment(env);
-        p.start(QStringLiteral(FT1000CAT_EXE), {QStringLiteral("--simulate"), QStringLiteral("--share"),
-                                               QStringLiteral("serial")});
+        p.start(QStringLiteral(FT1000CAT_EXE),
+                {QStringLiteral("--simulate"), QStringLiteral("--share"), QStringLiteral("serial")});
         QVERIFY(p.waitForFinished(WaitMs));
         QCOMPARE(p.exitCode(), 2);
         QVERIFY(QString::fromLocal8Bit(p.readAllStandardError()).contains(QStringLiteral("--share")));

@@ -40,3 +40,12 @@ struct RigctlRun {
                          QString::fromLocal8Bit(p.readAllStandardError())};
     }
 };
+
+// In a test's initTestCase(): the tests with hamlib's client are skipped where it is not installed.
+#define SKIP_WITHOUT_RIGCTL()                                                                               \
+    do {                                                                                                    \
+        if (RigctlRun::program().isEmpty())                                                                 \
+            QSKIP(                                                                                          \
+                "hamlib's rigctl is not installed (Debian package libhamlib-utils): the tests with a real " \
+                "client are skipped");                                                                      \
+    } while (false)

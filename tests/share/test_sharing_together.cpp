@@ -212,9 +212,8 @@ private slots:
         QCOMPARE(modeSets, modesSent);
         // The flags and the S-meter that the native client read 3 * Rounds times each came from the
         // poll: the radio saw them once per poll (one poll may straddle the start of the log).
-        QVERIFY2(qAbs(flagsReads - bothReads) <= 1, qPrintable(QStringLiteral("%1 flags reads, %2 polls")
-                                                                  .arg(flagsReads)
-                                                                  .arg(bothReads)));
+        QVERIFY2(qAbs(flagsReads - bothReads) <= 1,
+                 qPrintable(QStringLiteral("%1 flags reads, %2 polls").arg(flagsReads).arg(bothReads)));
         QVERIFY(qAbs(mainSReads - bothReads) <= 1);
         // The records read after a set waited for the poll; only one whose poll did not come within
         // the port's ceiling would have been asked of the radio.

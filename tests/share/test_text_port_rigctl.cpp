@@ -25,10 +25,7 @@ private:
 private slots:
     void initTestCase()
     {
-        if (RigctlRun::program().isEmpty())
-            QSKIP(
-                "hamlib's rigctl is not installed (Debian package libhamlib-utils): the tests with a real "
-                "client are skipped");
+        SKIP_WITHOUT_RIGCTL();
         QVERIFY(runtime.isValid());
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
     }
