@@ -27,9 +27,10 @@ cmake --build build-fuzz --target fuzz_targets --parallel $jobs
 ctest --test-dir build-fuzz --output-on-failure --parallel $jobs
 
 # Thread sanitizer: the link thread, the virtual radio's host thread and the port watch, polling the
-# misbehaving radio; any data race fails the run.
+# misbehaving radio, and clients of the server and the sharing ports on threads of their own; any
+# data race fails the run.
 tsan_tests=(test_radio_link_threaded test_radio_link_replacing test_sim_radiolink test_sim_link test_sim_fastlink test_sim_unplug test_port_watch
-    test_link_faults test_link_faults_fast)
+    test_link_faults test_link_faults_fast test_sharing_together)
 cmake -S . -B build-tsan -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DFT_TSAN=ON -DFT_CORE_ONLY=ON
 cmake --build build-tsan --target "${tsan_tests[@]}" --parallel $jobs
 TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1 suppressions=$PWD/tests/faults/tsan.supp" \
