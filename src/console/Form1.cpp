@@ -159,7 +159,7 @@ void Form1::Get_Status32(int stat)
         return;
     const int selector = meterSelector_;
     auto back = courier();
-    auto job = [back, selector, stat, cache = pollCache_](CatPort& port) {
+    auto job = [back, selector, stat, cache = pollCache_, link = &link_](CatPort& port) {
         const quint64 mark = cache->pollStarting();
         const StatusReply status = ::Get_Status32(port);
         if (!status.ran)
@@ -168,11 +168,13 @@ void Form1::Get_Status32(int stat)
         back([record = status.record](Form1& f) { f.showStatus(record); });
         if (status.record.isEmpty() || stat != 0)
             return;
+        link->runWaitingSets(port);  // a client's frequency need not wait out the whole poll
         const MeterReplies meters = readMeters(port, selector);
         cache->storeMeters(mark, selector, meters);
         back([meters](Form1& f) { f.showMeters(meters); });
         if (!meters.complete())
             return;
+        link->runWaitingSets(port);
         const FlagsReply flags = ::GetFlags(port, 1);
         cache->storeFlags(mark, flags);
         back([flags](Form1& f) { f.showFlags(1, flags); });

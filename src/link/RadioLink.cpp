@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QThread>
 #include <QTimer>
+#include <algorithm>
 #include <condition_variable>
 #include <mutex>
 
@@ -186,24 +187,48 @@ bool RadioLink::postReplacing(int key, Job job)
     {
         std::lock_guard lock(waitingMutex_);
         if (auto it = waiting_.find(key); it != waiting_.end()) {
-            it->second->swap(job);  // the replaced job goes with `job`, outside the lock
+            it->second.slot->swap(job);  // the replaced job goes with `job`, outside the lock
             return false;
         }
         *slot = std::move(job);
-        waiting_.emplace(key, slot);
+        waiting_.emplace(key, WaitingSet{slot, ++waitingOrder_});
     }
     post([this, key, slot](CatPort& port) {
         Job mine;
         {
             std::lock_guard lock(waitingMutex_);
-            mine.swap(*slot);
-            if (auto it = waiting_.find(key); it != waiting_.end() && it->second == slot)
+            mine.swap(*slot);  // empty when runWaitingSets ran it already
+            if (auto it = waiting_.find(key); it != waiting_.end() && it->second.slot == slot)
                 waiting_.erase(it);
         }
         if (mine)
             mine(port);
     });
     return true;
+}
+
+void RadioLink::runWaitingSets(CatPort& port)
+{
+    if (mode_ == Mode::Inline || !fast_.load() || stopping_.load())
+        return;
+    std::vector<std::pair<quint64, Job>> sets;
+    {
+        std::lock_guard lock(waitingMutex_);
+        // Each waiting set is one posted job, and the running job is one: anything more is another
+        // job queued (a set in the middle of being posted counts in neither and also holds this back).
+        if (waiting_.empty() || pending_.load() != static_cast<int>(waiting_.size()) + 1)
+            return;
+        for (auto& [key, w] : waiting_) {
+            Job job;
+            job.swap(*w.slot);
+            if (job)
+                sets.emplace_back(w.order, std::move(job));
+        }
+        waiting_.clear();  // their queued wrappers find their slots empty
+    }
+    std::sort(sets.begin(), sets.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (auto& [order, job] : sets)
+        job(port);
 }
 
 void RadioLink::setFastLink(bool on)

@@ -50,6 +50,11 @@ public:
     // radio would only pass through. True when the job was posted, false when it replaced one (or the
     // link is closing).
     bool postReplacing(int key, Job job);
+    // From inside a job, between two of its requests (the poll): when every job still waiting is a
+    // set posted with postReplacing, runs those sets now, in the order they were posted, instead of
+    // after the running job, so a client's set does not wait out a whole poll. Nothing else waits, so
+    // no client's order changes. Fast link only: the exact link keeps the order on the wire as it was.
+    void runWaitingSets(CatPort& port);
 
     // Fast link (see CatPort); from any thread, applies from the next request on.
     void setFastLink(bool on);
@@ -99,7 +104,12 @@ private:
     Job due_[KindCount];
     // postReplacing: per key, the job that still waits for its turn.
     std::mutex waitingMutex_;
-    std::map<int, std::shared_ptr<Job>> waiting_;
+    struct WaitingSet {
+        std::shared_ptr<Job> slot;
+        quint64 order = 0;  // when it was first posted
+    };
+    std::map<int, WaitingSet> waiting_;
+    quint64 waitingOrder_ = 0;
     // Inline mode: jobs posted from inside a job wait here until the running one ends.
     std::vector<Job> inlineQueue_;
     bool inlineRunning_ = false;

@@ -110,6 +110,68 @@ private slots:
         QCOMPARE(l.written().last(), freqHex(1407630, 1));
     }
 
+    // A poll-like job: a request, then the waiting sets may run, then another request.
+    static RadioLink::Job pollWithAGap(RadioLink& link, QSemaphore& started, QSemaphore& carryOn)
+    {
+        return [&link, &started, &carryOn](CatPort& port) {
+            port.send(CatCommand::make(Op::ReadFlags, 1));
+            started.release();
+            carryOn.acquire();
+            link.runWaitingSets(port);
+            port.send(CatCommand::make(Op::ReadFlags, 2));
+        };
+    }
+
+    void onTheFastLinkWaitingSetsRunInThePollsGapInTheirOrder()
+    {
+        Link l(RadioLink::Mode::Threaded);
+        l.link.setFastLink(true);
+        QSemaphore started, carryOn;
+        l.link.post(pollWithAGap(l.link, started, carryOn));
+        started.acquire();
+        QVERIFY(l.link.postReplacing(JobKey::FrequencyB, setFreq(707400, 2)));
+        QVERIFY(l.link.postReplacing(JobKey::FrequencyA, setFreq(1407600, 1)));
+        QVERIFY(!l.link.postReplacing(JobKey::FrequencyB, setFreq(707410, 2)));
+        carryOn.release();
+        l.link.waitForIdle();
+        const QString flags1 = CatCommand::make(Op::ReadFlags, 1).hex();
+        const QString flags2 = CatCommand::make(Op::ReadFlags, 2).hex();
+        QCOMPARE(l.written(), (QStringList{flags1, freqHex(707410, 2), freqHex(1407600, 1), flags2}));
+        // Their places in the queue are empty now: the keys take new sets as jobs of their own.
+        QVERIFY(l.link.postReplacing(JobKey::FrequencyA, setFreq(1407630, 1)));
+        l.link.waitForIdle();
+        QCOMPARE(l.written().last(), freqHex(1407630, 1));
+    }
+
+    void aSetBehindAnotherJobWaitsItsTurn()
+    {
+        // Another job waiting means some client's order could change: nothing runs in the gap.
+        Link l(RadioLink::Mode::Threaded);
+        l.link.setFastLink(true);
+        QSemaphore started, carryOn;
+        l.link.post(pollWithAGap(l.link, started, carryOn));
+        started.acquire();
+        l.link.post(setMode(1));
+        QVERIFY(l.link.postReplacing(JobKey::FrequencyA, setFreq(1407600, 1)));
+        carryOn.release();
+        l.link.waitForIdle();
+        QCOMPARE(l.written(), (QStringList{CatCommand::make(Op::ReadFlags, 1).hex(),
+                                           CatCommand::make(Op::ReadFlags, 2).hex(), modeHex(1), freqHex(1407600, 1)}));
+    }
+
+    void onTheExactLinkTheOrderOnTheWireStaysAsItWas()
+    {
+        Link l(RadioLink::Mode::Threaded);
+        QSemaphore started, carryOn;
+        l.link.post(pollWithAGap(l.link, started, carryOn));
+        started.acquire();
+        QVERIFY(l.link.postReplacing(JobKey::FrequencyA, setFreq(1407600, 1)));
+        carryOn.release();
+        l.link.waitForIdle();
+        QCOMPARE(l.written(), (QStringList{CatCommand::make(Op::ReadFlags, 1).hex(),
+                                           CatCommand::make(Op::ReadFlags, 2).hex(), freqHex(1407600, 1)}));
+    }
+
     void clientsOnSeveralThreadsLeaveTheLastSetOnTheWire()
     {
         Link l(RadioLink::Mode::Threaded);

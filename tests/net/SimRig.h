@@ -91,9 +91,11 @@ private:
             if (status.ran)
                 cache->storeStatus(mark, status);
             if (status.ran && !status.record.isEmpty()) {
+                link->runWaitingSets(port);
                 meters = readMeters(port, MeterSelector::TransmitBase);
                 cache->storeMeters(mark, MeterSelector::TransmitBase, meters);
                 if (meters.complete()) {
+                    link->runWaitingSets(port);
                     flags = GetFlags(port, 1);
                     cache->storeFlags(mark, flags);
                 }
