@@ -31,18 +31,16 @@ RadioLink::RadioLink(PortFactory makePort, std::shared_ptr<Clock> clock, Mode mo
     thread_->start();
     // The port is created on the link thread so that its notifications belong there.
     ThreadHandoff::release(this);
-    QMetaObject::invokeMethod(
-        worker_,
-        [this, makePort] {
-            ThreadHandoff::acquire(this);
-            port_ = makePort();
-            cat_ = std::make_unique<CatPort>(*port_, *clock_);
-            cat_->setStopFlag(&stopping_);
-            cat_->setFastLink(fast_.load());
-            open_ = port_->isOpen();
-            ThreadHandoff::release(this);
-        },
-        Qt::BlockingQueuedConnection);
+    QMetaObject::invokeMethod(worker_, ThreadHandoff::handOver([this, makePort] {
+                                  ThreadHandoff::acquire(this);
+                                  port_ = makePort();
+                                  cat_ = std::make_unique<CatPort>(*port_, *clock_);
+                                  cat_->setStopFlag(&stopping_);
+                                  cat_->setFastLink(fast_.load());
+                                  open_ = port_->isOpen();
+                                  ThreadHandoff::release(this);
+                              }),
+                              Qt::BlockingQueuedConnection);
     ThreadHandoff::acquire(this);
 }
 
@@ -51,17 +49,15 @@ RadioLink::~RadioLink()
     shutdown();
     if (thread_) {
         ThreadHandoff::release(this);
-        QMetaObject::invokeMethod(
-            worker_,
-            [this] {
-                ThreadHandoff::acquire(this);
-                if (port_)
-                    port_->close();
-                cat_.reset();
-                port_.reset();
-                ThreadHandoff::release(this);
-            },
-            Qt::BlockingQueuedConnection);
+        QMetaObject::invokeMethod(worker_, ThreadHandoff::handOver([this] {
+                                      ThreadHandoff::acquire(this);
+                                      if (port_)
+                                          port_->close();
+                                      cat_.reset();
+                                      port_.reset();
+                                      ThreadHandoff::release(this);
+                                  }),
+                                  Qt::BlockingQueuedConnection);
         ThreadHandoff::acquire(this);
         thread_->quit();
         thread_->wait();
@@ -85,8 +81,8 @@ void RadioLink::afterJob()
         if (mode_ == Mode::Inline)
             emit portStateChanged(open);
         else
-            QMetaObject::invokeMethod(
-                this, [this, open] { emit portStateChanged(open); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, ThreadHandoff::handOver([this, open] { emit portStateChanged(open); }),
+                                      Qt::QueuedConnection);
     }
 }
 
@@ -110,17 +106,11 @@ void RadioLink::post(Job job)
         return;
     }
     ++pending_;
-    auto queued = std::make_shared<Job>(std::move(job));
-    ThreadHandoff::release(queued.get());
-    QMetaObject::invokeMethod(
-        worker_,
-        [this, queued, receipt = ThreadHandoff::Receipt(queued.get())] {
-            ThreadHandoff::acquire(queued.get());
-            runOne(*queued);
-            ThreadHandoff::release(queued.get());  // the call may be freed on the posting thread
-            --pending_;
-        },
-        Qt::QueuedConnection);
+    QMetaObject::invokeMethod(worker_, ThreadHandoff::handOver([this, job = std::move(job)] {
+                                  runOne(job);
+                                  --pending_;
+                              }),
+                              Qt::QueuedConnection);
 }
 
 bool RadioLink::postMerged(int kind, Job job)
@@ -246,17 +236,7 @@ void RadioLink::deliver(QObject* ctx, std::function<void()> fn)
         fn();
         return;
     }
-    auto queued = std::make_shared<std::function<void()>>(std::move(fn));
-    ThreadHandoff::release(queued.get());
-    // The receipt is captured after the call, so it is destroyed, and acquires, before the call is freed.
-    QMetaObject::invokeMethod(
-        ctx,
-        [queued, receipt = ThreadHandoff::Receipt(queued.get())] {
-            ThreadHandoff::acquire(queued.get());
-            (*queued)();
-            ThreadHandoff::release(queued.get());
-        },
-        Qt::QueuedConnection);
+    QMetaObject::invokeMethod(ctx, ThreadHandoff::handOver(std::move(fn)), Qt::QueuedConnection);
 }
 
 void RadioLink::runBlocking(const Job& fn)
@@ -273,17 +253,15 @@ void RadioLink::runBlocking(const Job& fn)
         return;
     }
     ThreadHandoff::release(&fn);
-    QMetaObject::invokeMethod(
-        worker_,
-        [this, &fn] {
-            ThreadHandoff::acquire(&fn);
-            if (cat_) {
-                fn(*cat_);
-                afterJob();
-            }
-            ThreadHandoff::release(&fn);
-        },
-        Qt::BlockingQueuedConnection);
+    QMetaObject::invokeMethod(worker_, ThreadHandoff::handOver([this, &fn] {
+                                  ThreadHandoff::acquire(&fn);
+                                  if (cat_) {
+                                      fn(*cat_);
+                                      afterJob();
+                                  }
+                                  ThreadHandoff::release(&fn);
+                              }),
+                              Qt::BlockingQueuedConnection);
     ThreadHandoff::acquire(&fn);
 }
 

@@ -4,6 +4,8 @@
 // release() before queueing and acquire() first thing on the receiving side tell it that what the
 // sender did before happens before what the receiver does. Outside a sanitizer build they are nothing.
 
+#include <utility>
+
 #if defined(__SANITIZE_THREAD__)
 #define FT_THREAD_SANITIZER 1
 #elif defined(__has_feature)
@@ -31,12 +33,38 @@ inline void acquire([[maybe_unused]] const void* token)
 #endif
 }
 
-// Carried inside a queued call: when the call is dropped unrun (its receiver gone), the receiving side
-// still acquires before it frees what the sender made.
-struct Receipt {
-    const void* token;
-    Receipt(const Receipt&) = default;
-    explicit Receipt(const void* t) : token(t) {}
-    ~Receipt() { acquire(token); }
+// Lives inside the queued call, and its own address is the mark: neither side reads the call's memory
+// to find it. Copied into place last, it releases after everything the sender wrote into the call; the
+// receiver acquires before it touches the call at all, when it runs the call and again when it
+// destroys it (also when the call is dropped unrun because its receiver is gone).
+class Receipt {
+public:
+    Receipt() { release(this); }
+    Receipt(const Receipt&) { release(this); }
+    Receipt& operator=(const Receipt&) = delete;
+    ~Receipt() { acquire(this); }
+    void arrived() const { acquire(this); }
 };
+
+// A call to queue to another thread's event loop, with its receipt.
+template <class Fn>
+class Handover {
+public:
+    explicit Handover(Fn fn) : fn_(std::move(fn)) {}
+    void operator()()
+    {
+        receipt_.arrived();
+        fn_();
+    }
+
+private:
+    Fn fn_;
+    Receipt receipt_;  // after the call: constructed last, destroyed first
+};
+
+template <class Fn>
+Handover<Fn> handOver(Fn fn)
+{
+    return Handover<Fn>(std::move(fn));
+}
 }  // namespace ThreadHandoff
