@@ -70,7 +70,7 @@ int main(int argc, char* argv[])
         out << "bench_rigctl: " << error << Qt::endl;
         return 1;
     }
-    while (!rig.backend->snapshot().haveStatus)
+    while (!rig.backend->state().haveStatus)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
     const quint16 port = rig.port();
 

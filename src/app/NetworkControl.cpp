@@ -1,7 +1,7 @@
 #include "NetworkControl.h"
 
 #include "Form1.h"
-#include "LinkRigBackend.h"
+#include "LinkRig.h"
 #include "NetworkDialog.h"
 #include "RigctlServer.h"
 
@@ -12,7 +12,7 @@
 #include <QStatusBar>
 
 NetworkControl::NetworkControl(Form1& form, SettingsStore& settings, QObject* parent)
-    : QObject(parent), form_(form), settings_(settings), backend_(std::make_unique<LinkRigBackend>(form.link()))
+    : QObject(parent), form_(form), settings_(settings), backend_(std::make_unique<LinkRig>(form.link()))
 {
     server_ = std::make_unique<RigctlServer>(*backend_);
     backend_->setTxAuthorized(form.txAuthorized());

@@ -10,7 +10,7 @@
 #include <optional>
 
 class Form1;
-class LinkRigBackend;
+class LinkRig;
 class QLabel;
 class RigctlServer;
 class SettingsStore;
@@ -28,7 +28,7 @@ public:
     bool listening() const;
     RigctlServer* server() const { return server_.get(); }
     // The one path to the radio, which the sharing ports use too.
-    LinkRigBackend& backend() const { return *backend_; }
+    LinkRig& backend() const { return *backend_; }
 
 private:
     void showDialog();
@@ -37,7 +37,7 @@ private:
 
     Form1& form_;
     SettingsStore& settings_;
-    std::unique_ptr<LinkRigBackend> backend_;
+    std::unique_ptr<LinkRig> backend_;
     std::unique_ptr<RigctlServer> server_;
     QLabel* status_ = nullptr;
     std::optional<StatusView> lastStatus_;

@@ -5,7 +5,7 @@
 #include "FastLinkControl.h"
 #include "Form1.h"
 #include "IniSettingsStore.h"
-#include "LinkRigBackend.h"
+#include "LinkRig.h"
 #include "NativePort.h"
 #include "NetworkControl.h"
 #include "Prompts.h"

@@ -2,16 +2,18 @@
 // The answer to "\dump_state": the capabilities a network client learns when it opens the radio,
 // in the line order of protocol version 1, ending with "done".
 
+#include "RadioRange.h"
+
 #include <QStringList>
 
 namespace DumpStateValue {
 constexpr int ProtocolVersion = 1;
 constexpr int RigModel = 2;  // hamlib's network rig: what the client thinks it talks to
 constexpr int ItuRegion = 2;
-constexpr qint64 RxLowHz = 100000;     // 100 kHz
-constexpr qint64 RxHighHz = 30000000;  // 30 MHz
-constexpr qint64 TxLowHz = 1800000;    // 160 m to 10 m
-constexpr qint64 TxHighHz = 29999990;
+constexpr qint64 RxLowHz = RadioRange::RxLowHz;
+constexpr qint64 RxHighHz = RadioRange::RxHighHz;
+constexpr qint64 TxLowHz = RadioRange::TxLowHz;
+constexpr qint64 TxHighHz = RadioRange::TxHighHz;
 constexpr int TxLowMw = 5000;
 constexpr int TxHighMw = 200000;       // the Mark-V's 200 W; the plain MP stops at 100 W
 constexpr unsigned VfoMask = 0x3;      // VFOA | VFOB

@@ -1,7 +1,7 @@
 #include "RigctlServer.h"
 
 #include "NetLog.h"
-#include "RigBackend.h"
+#include "Rig.h"
 #include "RigctlSession.h"
 
 #include <QTcpServer>
@@ -14,13 +14,13 @@ constexpr int ClosingGraceMs = 1000;
 }  // namespace
 
 struct RigctlServer::Client {
-    explicit Client(RigBackend& backend) : session(backend) {}
+    explicit Client(Rig& backend) : session(backend) {}
     LineAssembler lines{MaxLineBytes};
     RigctlSession session;
     bool closing = false;  // after "q": the rest of what it sent is ignored
 };
 
-RigctlServer::RigctlServer(RigBackend& backend, QObject* parent)
+RigctlServer::RigctlServer(Rig& backend, QObject* parent)
     : QObject(parent), backend_(backend), server_(new QTcpServer(this))
 {
     connect(server_, &QTcpServer::newConnection, this, &RigctlServer::acceptClients);

@@ -17,7 +17,7 @@
 
 class QTcpServer;
 class QTcpSocket;
-class RigBackend;
+class Rig;
 
 class RigctlServer : public QObject {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     static constexpr int MaxClients = 16;
     static constexpr int MaxLineBytes = LineAssembler::DefaultMaxLine;
 
-    explicit RigctlServer(RigBackend& backend, QObject* parent = nullptr);
+    explicit RigctlServer(Rig& backend, QObject* parent = nullptr);
     ~RigctlServer() override;
 
     // Starts listening (stopping first when already listening). Port 0 picks a free port.
@@ -50,7 +50,7 @@ private:
     void dropClient(QTcpSocket* socket);
     void releasePtt(const Client* client);
 
-    RigBackend& backend_;
+    Rig& backend_;
     QTcpServer* server_;
     std::map<QTcpSocket*, std::unique_ptr<Client>> clients_;
     const Client* pttOwner_ = nullptr;  // the client whose T 1 keyed the transmitter

@@ -46,7 +46,7 @@ std::optional<RigVfo> RigctlSession::resolve(VfoToken token) const
         case VfoToken::Current:
             return current_;
         case VfoToken::Tx:
-            return backend_.snapshot().split ? RigVfo::B : RigVfo::A;
+            return backend_.state().split ? RigVfo::B : RigVfo::A;
         case VfoToken::Unusable:
             break;
     }
@@ -65,7 +65,7 @@ RigctlSession::Outcome RigctlSession::execute(const ParsedLine& p, Result& resul
         }
         target = *resolved;
     }
-    const RigSnapshot s = backend_.snapshot();
+    const RigState s = backend_.state();
     switch (p.command) {
         case RigCommand::Unknown:
             o.code = Rprt::NotAvailable;
@@ -143,7 +143,7 @@ RigctlSession::Outcome RigctlSession::execute(const ParsedLine& p, Result& resul
 RigctlSession::Outcome RigctlSession::getFreq(RigVfo vfo)
 {
     Outcome o;
-    const RigSnapshot s = backend_.snapshot();
+    const RigState s = backend_.state();
     if (!s.haveStatus) {
         o.code = Rprt::Rejected;
         return o;
@@ -173,7 +173,7 @@ RigctlSession::Outcome RigctlSession::setFreq(RigVfo vfo, const QStringList& arg
 RigctlSession::Outcome RigctlSession::getMode(RigVfo vfo, const QString& label, const QString& passbandLabel)
 {
     Outcome o;
-    const RigSnapshot s = backend_.snapshot();
+    const RigState s = backend_.state();
     const int code = vfo == RigVfo::B ? s.modeB : s.modeA;
     const QString name = modeNameForCode(code);
     if (!s.haveStatus || name.isEmpty()) {
@@ -206,7 +206,7 @@ RigctlSession::Outcome RigctlSession::setMode(RigVfo vfo, const QStringList& arg
         return o;
     }
     if (vfo == RigVfo::B)
-        return setVfoBMode(*code);
+        return setModeB(*code);
     if (!backend_.linkUp()) {
         o.code = Rprt::Rejected;
         return o;
@@ -215,10 +215,10 @@ RigctlSession::Outcome RigctlSession::setMode(RigVfo vfo, const QStringList& arg
     return o;
 }
 
-RigctlSession::Outcome RigctlSession::setVfoBMode(int code)
+RigctlSession::Outcome RigctlSession::setModeB(int code)
 {
     Outcome o;
-    const RigSnapshot s = backend_.snapshot();
+    const RigState s = backend_.state();
     // Before the first poll neither VFO-B's mode nor the transmit state is known.
     if (!s.haveStatus || !backend_.linkUp()) {
         o.code = Rprt::Rejected;
@@ -231,7 +231,7 @@ RigctlSession::Outcome RigctlSession::setVfoBMode(int code)
         o.code = Rprt::Rejected;
         return o;
     }
-    backend_.setVfoBMode(code);
+    backend_.setModeB(code);
     return o;
 }
 
@@ -314,7 +314,7 @@ RigctlSession::Outcome RigctlSession::getLevel(const QStringList& args)
         o.code = Rprt::NotAvailable;
         return o;
     }
-    const RigSnapshot s = backend_.snapshot();
+    const RigState s = backend_.state();
     if (!s.haveStatus) {
         o.code = Rprt::Rejected;
         return o;

@@ -11,7 +11,7 @@
 // by making VFO-B the VFO in use for that one command and VFO-A again right after it. That is sent
 // only when VFO-B's mode differs, and never while transmitting.
 
-#include "RigBackend.h"
+#include "Rig.h"
 #include "RigctlParser.h"
 
 #include <QByteArray>
@@ -21,7 +21,7 @@
 
 class RigctlSession {
 public:
-    explicit RigctlSession(RigBackend& backend) : backend_(backend) {}
+    explicit RigctlSession(Rig& backend) : backend_(backend) {}
 
     struct Result {
         QByteArray reply;              // empty only for a blank line
@@ -46,7 +46,7 @@ private:
     Outcome setFreq(RigVfo vfo, const QStringList& args);
     Outcome getMode(RigVfo vfo, const QString& label, const QString& passbandLabel);
     Outcome setMode(RigVfo vfo, const QStringList& args);
-    Outcome setVfoBMode(int code);
+    Outcome setModeB(int code);
     Outcome setVfo(const QStringList& args);
     Outcome setSplit(const QStringList& args);
     Outcome setPtt(const QStringList& args, Result& result);
@@ -55,7 +55,7 @@ private:
 
     static QByteArray format(const ParsedLine& p, const Outcome& o);
 
-    RigBackend& backend_;
+    Rig& backend_;
     RigVfo current_ = RigVfo::A;
 };
 

@@ -3,14 +3,15 @@
 #include "CatPort.h"
 #include "PollCache.h"
 #include "RadioLink.h"
+#include "Rig.h"
 #include "ShareLog.h"
-#include "SharedRig.h"
+#include "ThreadHandoff.h"
 #include "Timing.h"
 
 // The radio behind the port: the poll's replies, and jobs on the radio link.
 class NativePort::LinkRadio final : public NativeRadio {
 public:
-    LinkRadio(SharedRig& rig, RadioLink& link, PollCache& cache, QObject& context)
+    LinkRadio(Rig& rig, RadioLink& link, PollCache& cache, QObject& context)
         : rig_(rig), link_(link), cache_(cache), context_(context)
     {
     }
@@ -45,13 +46,13 @@ public:
     }
 
 private:
-    SharedRig& rig_;
+    Rig& rig_;
     RadioLink& link_;
     PollCache& cache_;
     QObject& context_;
 };
 
-NativePort::NativePort(SharedRig& rig, RadioLink& link, std::shared_ptr<PollCache> cache, QString linkName)
+NativePort::NativePort(Rig& rig, RadioLink& link, std::shared_ptr<PollCache> cache, QString linkName)
     : pty_(std::move(linkName)),
       radio_(std::make_unique<LinkRadio>(rig, link, *cache, context_)),
       responder_(*radio_, [this](const QByteArray& reply) { pty_.write(reply); }),
@@ -66,13 +67,11 @@ NativePort::NativePort(SharedRig& rig, RadioLink& link, std::shared_ptr<PollCach
     });
     // The cache calls on the link thread: the answer is given on the port's own.
     listener_ = cache_->addListener([this] {
-        QMetaObject::invokeMethod(
-            &context_,
-            [this] {
-                responder_.pollStored();
-                afterCommand();
-            },
-            Qt::QueuedConnection);
+        QMetaObject::invokeMethod(&context_, ThreadHandoff::handOver([this] {
+            responder_.pollStored();
+            afterCommand();
+        }),
+                                  Qt::QueuedConnection);
     });
 }
 

@@ -15,7 +15,7 @@
 
 class PollCache;
 class RadioLink;
-class SharedRig;
+class Rig;
 
 class NativePort {
 public:
@@ -25,7 +25,7 @@ public:
     static constexpr int PollWaitCeilingMs = 2000;
 
     // rig: the transmit authorisation, as the other front doors see it. cache: the poll's replies.
-    NativePort(SharedRig& rig, RadioLink& link, std::shared_ptr<PollCache> cache, QString linkName = LinkName);
+    NativePort(Rig& rig, RadioLink& link, std::shared_ptr<PollCache> cache, QString linkName = LinkName);
     ~NativePort();
 
     NativePort(const NativePort&) = delete;

@@ -2,7 +2,7 @@
 
 #include "ShareLog.h"
 
-TextPort::TextPort(SharedRig& rig, QString linkName) : pty_(std::move(linkName)), session_(rig)
+TextPort::TextPort(Rig& rig, QString linkName) : pty_(std::move(linkName)), session_(rig)
 {
     pty_.setReceiver([this](const QByteArray& bytes) { receive(bytes); });
 }

@@ -9,13 +9,13 @@
 
 #include <QString>
 
-class SharedRig;
+class Rig;
 
 class TextPort {
 public:
     static inline const QString LinkName = QStringLiteral("text");
 
-    explicit TextPort(SharedRig& rig, QString linkName = LinkName);
+    explicit TextPort(Rig& rig, QString linkName = LinkName);
 
     bool open(QString* error = nullptr);
     void close();

@@ -1,6 +1,6 @@
 #include "TextSession.h"
 
-#include "DumpState.h"
+#include "RadioRange.h"
 #include "TextDialect.h"
 
 #include <optional>
@@ -85,23 +85,23 @@ TextSession::Result TextSession::read(const QByteArray& command) const
         return answer(TextReply::SatelliteOff);
 
     // The rest come from the polled state: none before the first status record came in.
-    const SharedRigState s = rig_.sharedState();
-    if (!s.rig.haveStatus)
+    const RigState s = rig_.state();
+    if (!s.haveStatus)
         return Refused;
     if (command == "FA")
-        return answer("FA" + frequencyField(s.rig.vfoAHz) + ';');
+        return answer("FA" + frequencyField(s.vfoAHz) + ';');
     if (command == "FB")
-        return answer("FB" + frequencyField(s.rig.vfoBHz) + ';');
+        return answer("FB" + frequencyField(s.vfoBHz) + ';');
     if (command == "MD") {
-        const std::optional<int> digit = textModeDigit(rxVfo_ == RigVfo::B ? s.rig.modeB : s.rig.modeA);
+        const std::optional<int> digit = textModeDigit(rxVfo_ == RigVfo::B ? s.modeB : s.modeA);
         return digit ? answer("MD" + QByteArray::number(*digit) + ';') : Refused;
     }
     if (command == "FR")
         return answer("FR" + vfoDigitText(rxVfo_) + ';');
     if (command == "FT")
-        return answer("FT" + vfoDigitText(s.rig.split ? RigVfo::B : rxVfo_) + ';');
+        return answer("FT" + vfoDigitText(s.split ? RigVfo::B : rxVfo_) + ';');
     if (command == "SM0") {
-        const QByteArray steps = QByteArray::number(sMeterSteps(s.rig.mainSMeterRaw));
+        const QByteArray steps = QByteArray::number(sMeterSteps(s.mainSMeterRaw));
         return answer("SM0" + steps.rightJustified(TextField::SMeterDigits, '0') + ';');
     }
     if (command == "IF")
@@ -109,23 +109,23 @@ TextSession::Result TextSession::read(const QByteArray& command) const
     return Refused;
 }
 
-QByteArray TextSession::info(const SharedRigState& s) const
+QByteArray TextSession::info(const RigState& s) const
 {
     // While transmitting in split the record shows the transmit VFO, as the radio's display does;
     // clients know to take the other VFO for the receive VFO then.
-    const RigVfo shown = s.rig.ptt && s.rig.split ? transmitVfo(s.rig) : rxVfo_;
+    const RigVfo shown = s.ptt && s.split ? transmitVfo(s) : rxVfo_;
     const bool onB = shown == RigVfo::B;
     const ClarifierState& clar = onB ? s.clarifierB : s.clarifierA;
     InfoFields f;
-    f.hz = onB ? s.rig.vfoBHz : s.rig.vfoAHz;
+    f.hz = onB ? s.vfoBHz : s.vfoAHz;
     f.clarifierHz = clar.offsetHz;
     f.rxClarifier = clar.rxOn;
     f.txClarifier = clar.txOn;
     f.memoryChannel = s.memoryChannel;
-    f.transmitting = s.rig.ptt;
-    f.modeDigit = textModeDigit(onB ? s.rig.modeB : s.rig.modeA).value_or(0);
+    f.transmitting = s.ptt;
+    f.modeDigit = textModeDigit(onB ? s.modeB : s.modeA).value_or(0);
     f.vfo = onB ? 1 : 0;
-    f.split = s.rig.split;
+    f.split = s.split;
     return infoRecord(f);
 }
 
@@ -134,7 +134,7 @@ TextSession::Result TextSession::setFrequency(RigVfo vfo, const QByteArray& para
     if (param.size() != TextField::FrequencyDigits || !allDigits(param))
         return Refused;
     const qint64 hz = param.toLongLong();
-    if (hz < DumpStateValue::RxLowHz || hz > DumpStateValue::RxHighHz || !rig_.linkUp())
+    if (hz < RadioRange::RxLowHz || hz > RadioRange::RxHighHz || !rig_.linkUp())
         return Refused;
     rig_.setFrequency(vfo, hz);
     return Accepted;
@@ -159,8 +159,8 @@ TextSession::Result TextSession::setReceiveVfo(const QByteArray& param)
     const std::optional<RigVfo> vfo = vfoDigit(param);
     if (!vfo)
         return Refused;
-    const SharedRigState s = rig_.sharedState();
-    if (s.rig.split) {
+    const RigState s = rig_.state();
+    if (s.split) {
         if (!rig_.linkUp())
             return Refused;
         rig_.setSplit(false);
@@ -177,7 +177,7 @@ TextSession::Result TextSession::setTransmitVfo(const QByteArray& param)
     const bool split = *vfo != rxVfo_;
     if (split && rxVfo_ == RigVfo::B)
         return Refused;  // receive on B, transmit on A: not this radio's split
-    if (rig_.sharedState().rig.split != split) {
+    if (rig_.state().split != split) {
         if (!rig_.linkUp())
             return Refused;
         rig_.setSplit(split);

@@ -12,13 +12,13 @@
 // it, "FT1;" from a client receiving on VFO-A starts it. The other way round (receive on B,
 // transmit on A) this radio cannot do, and is refused.
 
-#include "SharedRig.h"
+#include "Rig.h"
 
 #include <QByteArray>
 
 class TextSession {
 public:
-    explicit TextSession(SharedRig& rig) : rig_(rig) {}
+    explicit TextSession(Rig& rig) : rig_(rig) {}
 
     struct Result {
         QByteArray reply;        // empty for an accepted set
@@ -35,8 +35,8 @@ private:
     Result setReceiveVfo(const QByteArray& param);
     Result setTransmitVfo(const QByteArray& param);
     Result key(bool on);
-    QByteArray info(const SharedRigState& s) const;
+    QByteArray info(const RigState& s) const;
 
-    SharedRig& rig_;
+    Rig& rig_;
     RigVfo rxVfo_ = RigVfo::A;
 };

@@ -1,7 +1,7 @@
 // Setup > "Sharing Ports...": the dialog, the stored choice, the run's own --share, the status bar
 // and the ports' links, with the text port on a fake radio.
 #include "ConsoleFixture.h"
-#include "FakeSharedRig.h"
+#include "FakeRig.h"
 #include "SharingControl.h"
 #include "SharingDialog.h"
 #include "TextPort.h"
@@ -26,7 +26,7 @@
 namespace {
 // A second port for the control to handle, standing for the native one: a text port under the
 // native port's link name.
-std::unique_ptr<SharingPort> textPortNamed(SharedRig& rig, const QString& name)
+std::unique_ptr<SharingPort> textPortNamed(Rig& rig, const QString& name)
 {
     return std::make_unique<SharingPortOf<TextPort>>(std::make_unique<TextPort>(rig, name), name);
 }
@@ -75,7 +75,7 @@ struct Fixture {
         QVERIFY(seen);
     }
 
-    FakeSharedRig rig;
+    FakeRig rig{FakeRig::SharingScene};
     std::shared_ptr<FakeClock> clock;
     MemorySettingsStore store;
     FakeWindows windows;

@@ -1,6 +1,6 @@
 // The network server's input: a byte stream cut into pieces of any size (byte 0 sets the piece size),
 // gathered into lines, parsed, and answered by a session on a stand-in radio.
-#include "FakeRigBackend.h"
+#include "FakeRig.h"
 #include "FuzzInput.h"
 #include "LineAssembler.h"
 #include "RigctlParser.h"
@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     FuzzInput in(data, size);
     const int piece = 1 + in.byte() % 64;
-    FakeRigBackend radio;
+    FakeRig radio;
     radio.up = (piece % 2) == 0;
     radio.authorized = (piece % 3) == 0;
     LineAssembler lines(256);

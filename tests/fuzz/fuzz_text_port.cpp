@@ -1,6 +1,6 @@
 // The text sharing port's input: a byte stream cut into pieces of any size (byte 0 sets the piece
 // size and the radio's state), framed into commands and answered by a session on a stand-in radio.
-#include "FakeSharedRig.h"
+#include "FakeRig.h"
 #include "FuzzInput.h"
 #include "TextDialect.h"
 #include "TextFramer.h"
@@ -11,10 +11,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     FuzzInput in(data, size);
     const int steer = in.byte();
     const int piece = 1 + steer % 64;
-    FakeSharedRig radio;
+    FakeRig radio{FakeRig::SharingScene};
     radio.up = (steer & 0x40) == 0;
     radio.authorized = (steer & 0x80) != 0;
-    radio.state.rig.haveStatus = (steer % 5) != 0;
+    radio.values.haveStatus = (steer % 5) != 0;
     TextFramer framer;
     TextSession session(radio);
     while (!in.atEnd()) {

@@ -4,7 +4,7 @@
 // 250 ms poll (status, meters, flags, as the main window runs it), and the server on the loopback.
 
 #include "FlagsDecoder.h"
-#include "LinkRigBackend.h"
+#include "LinkRig.h"
 #include "PollCache.h"
 #include "Procedures.h"
 #include "QtSerialPort.h"
@@ -43,7 +43,7 @@ public:
             *error = QStringLiteral("cannot open the virtual radio at %1").arg(path);
             return false;
         }
-        backend = std::make_unique<LinkRigBackend>(*link);
+        backend = std::make_unique<LinkRig>(*link);
         backend->setPollCache(cache);
         server = std::make_unique<RigctlServer>(*backend);
         if (!server->listen(QStringLiteral("127.0.0.1"), 0, error))
@@ -71,7 +71,7 @@ public:
 
     SimHost sim;
     std::unique_ptr<RadioLink> link;
-    std::unique_ptr<LinkRigBackend> backend;
+    std::unique_ptr<LinkRig> backend;
     std::unique_ptr<RigctlServer> server;
     QTimer timer;
     std::atomic<int> polls{0};  // polls whose results reached the backend

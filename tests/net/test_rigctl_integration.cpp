@@ -46,7 +46,7 @@ private slots:
         QString error;
         QVERIFY2(rig.start(&error), qPrintable(error));
         // The first poll fills the snapshot.
-        QTRY_VERIFY_WITH_TIMEOUT(rig.backend->snapshot().haveStatus, WaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(rig.backend->state().haveStatus, WaitMs);
     }
     void cleanupTestCase() { rig.stop(); }
 
@@ -233,7 +233,7 @@ private slots:
         a.freq10Hz = 1420000;  // on a strong signal
         rig.sim.radio().setVfo(VirtualRadio::Vfo::A, a);
         const int raw = rig.sim.radio().sMeter(VirtualRadio::Vfo::A);
-        QTRY_COMPARE_WITH_TIMEOUT(rig.backend->snapshot().mainSMeterRaw, raw, WaitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(rig.backend->state().mainSMeterRaw, raw, WaitMs);
         const Run r = run({"l", "STRENGTH"});
         QCOMPARE(r.exitCode, 0);
         QCOMPARE(r.out.trimmed().toInt(), sMeterDbOverS9(raw));

@@ -1,7 +1,7 @@
 // The TCP server on the loopback: several clients, the order of replies, the limits, and the
 // transmitter safety rules.
 
-#include "FakeRigBackend.h"
+#include "FakeRig.h"
 #include "RigctlServer.h"
 
 #include <QRandomGenerator>
@@ -76,7 +76,7 @@ class TestRigctlServer : public QObject {
 private slots:
     void init()
     {
-        rig = std::make_unique<FakeRigBackend>();
+        rig = std::make_unique<FakeRig>();
         server = std::make_unique<RigctlServer>(*rig);
         QVERIFY(server->listen(QStringLiteral("127.0.0.1"), 0));
         port = server->serverPort();
@@ -215,7 +215,7 @@ private slots:
             QCOMPARE(rig->calls, QStringList{"ptt 1"});
         }
         QTRY_COMPARE(rig->calls, (QStringList{"ptt 1", "ptt 0"}));
-        QVERIFY(!rig->snap.ptt);
+        QVERIFY(!rig->values.ptt);
     }
 
     void anotherClientsDisconnectDoesNotUnkey()
@@ -283,7 +283,7 @@ private slots:
     }
 
 private:
-    std::unique_ptr<FakeRigBackend> rig;
+    std::unique_ptr<FakeRig> rig;
     std::unique_ptr<RigctlServer> server;
     quint16 port = 0;
 };

@@ -1,7 +1,7 @@
 // A client's command lines and the exact replies, against a radio whose state the test arranges.
 
 #include "DumpState.h"
-#include "FakeRigBackend.h"
+#include "FakeRig.h"
 #include "RigctlSession.h"
 
 #include <QRandomGenerator>
@@ -49,17 +49,17 @@ private slots:
         QTest::newRow("F nan") << "F nan" << QByteArray("RPRT -1\n") << none;
         QTest::newRow("m") << "m" << QByteArray("USB\n2400\n") << none;
         QTest::newRow("m VFOB") << "m VFOB" << QByteArray("LSB\n2400\n") << none;
-        QTest::newRow("M USB 2400") << "M USB 2400" << QByteArray("RPRT 0\n") << QStringList{"mode 1"};
-        QTest::newRow("M LSB -1") << "M LSB -1" << QByteArray("RPRT 0\n") << QStringList{"mode 0"};
-        QTest::newRow("M CW 0") << "M CW 0" << QByteArray("RPRT 0\n") << QStringList{"mode 2"};
-        QTest::newRow("M CWR 500") << "M CWR 500" << QByteArray("RPRT 0\n") << QStringList{"mode 3"};
-        QTest::newRow("M AM 0") << "M AM 0" << QByteArray("RPRT 0\n") << QStringList{"mode 4"};
-        QTest::newRow("M FM 0") << "M FM 0" << QByteArray("RPRT 0\n") << QStringList{"mode 6"};
-        QTest::newRow("M RTTY 0") << "M RTTY 0" << QByteArray("RPRT 0\n") << QStringList{"mode 8"};
-        QTest::newRow("M RTTYR 0") << "M RTTYR 0" << QByteArray("RPRT 0\n") << QStringList{"mode 9"};
-        QTest::newRow("M PKTLSB 0") << "M PKTLSB 0" << QByteArray("RPRT 0\n") << QStringList{"mode 10"};
-        QTest::newRow("M PKTFM 0") << "M PKTFM 0" << QByteArray("RPRT 0\n") << QStringList{"mode 11"};
-        QTest::newRow("M without a passband") << "M USB" << QByteArray("RPRT 0\n") << QStringList{"mode 1"};
+        QTest::newRow("M USB 2400") << "M USB 2400" << QByteArray("RPRT 0\n") << QStringList{"mode A 1"};
+        QTest::newRow("M LSB -1") << "M LSB -1" << QByteArray("RPRT 0\n") << QStringList{"mode A 0"};
+        QTest::newRow("M CW 0") << "M CW 0" << QByteArray("RPRT 0\n") << QStringList{"mode A 2"};
+        QTest::newRow("M CWR 500") << "M CWR 500" << QByteArray("RPRT 0\n") << QStringList{"mode A 3"};
+        QTest::newRow("M AM 0") << "M AM 0" << QByteArray("RPRT 0\n") << QStringList{"mode A 4"};
+        QTest::newRow("M FM 0") << "M FM 0" << QByteArray("RPRT 0\n") << QStringList{"mode A 6"};
+        QTest::newRow("M RTTY 0") << "M RTTY 0" << QByteArray("RPRT 0\n") << QStringList{"mode A 8"};
+        QTest::newRow("M RTTYR 0") << "M RTTYR 0" << QByteArray("RPRT 0\n") << QStringList{"mode A 9"};
+        QTest::newRow("M PKTLSB 0") << "M PKTLSB 0" << QByteArray("RPRT 0\n") << QStringList{"mode A 10"};
+        QTest::newRow("M PKTFM 0") << "M PKTFM 0" << QByteArray("RPRT 0\n") << QStringList{"mode A 11"};
+        QTest::newRow("M without a passband") << "M USB" << QByteArray("RPRT 0\n") << QStringList{"mode A 1"};
         QTest::newRow("M PKTUSB is not this radio's") << "M PKTUSB 0" << QByteArray("RPRT -1\n") << none;
         QTest::newRow("M WFM is not this radio's") << "M WFM 0" << QByteArray("RPRT -1\n") << none;
         QTest::newRow("M lower case") << "M usb 0" << QByteArray("RPRT -1\n") << none;
@@ -127,7 +127,7 @@ private slots:
         QFETCH(QString, line);
         QFETCH(QByteArray, reply);
         QFETCH(QStringList, calls);
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         QCOMPARE(session.handleLine(line).reply, reply);
         QCOMPARE(rig.calls, calls);
@@ -143,10 +143,10 @@ private slots:
     void vfoBModeIsRefusedWhileTransmittingOrUnknown()
     {
         QFETCH(QString, scene);
-        FakeRigBackend rig;
-        rig.snap.ptt = scene == u"ptt";
+        FakeRig rig;
+        rig.values.ptt = scene == u"ptt";
         rig.up = scene != u"down";
-        rig.snap.haveStatus = scene != u"nostatus";
+        rig.values.haveStatus = scene != u"nostatus";
         RigctlSession session(rig);
         QCOMPARE(reply(session, QStringLiteral("X USB 2400")), QByteArray("RPRT -9\n"));
         QCOMPARE(reply(session, QStringLiteral("M VFOB CW 500")), QByteArray("RPRT -9\n"));
@@ -155,8 +155,8 @@ private slots:
 
     void vfoBModeAlreadySoSendsNothingEvenWhileTransmitting()
     {
-        FakeRigBackend rig;
-        rig.snap.ptt = true;
+        FakeRig rig;
+        rig.values.ptt = true;
         RigctlSession session(rig);
         QCOMPARE(reply(session, QStringLiteral("X LSB 2400")), QByteArray("RPRT 0\n"));
         QVERIFY(rig.calls.isEmpty());
@@ -164,7 +164,7 @@ private slots:
 
     void afterVfoBModeXReadsTheNewMode()
     {
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         QCOMPARE(reply(session, QStringLiteral("X USB 2400")), QByteArray("RPRT 0\n"));
         QCOMPARE(reply(session, QStringLiteral("x")), QByteArray("USB\n2400\n"));
@@ -206,14 +206,14 @@ private slots:
     {
         QFETCH(QString, line);
         QFETCH(QByteArray, reply);
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         QCOMPARE(session.handleLine(line).reply, reply);
     }
 
     void extendedDumpStateCarriesTheWholeBlock()
     {
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         const QByteArray r = reply(session, QStringLiteral(";\\dump_state"));
         QVERIFY(r.startsWith("dump_state:;1;2;2;"));
@@ -223,7 +223,7 @@ private slots:
 
     void dumpStateIsTheBlockEndingInDone()
     {
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         const QByteArray r = reply(session, QStringLiteral("\\dump_state"));
         QVERIFY(r.endsWith("\ndone\n"));
@@ -302,7 +302,7 @@ private slots:
 
     void vfoBMakesFreqAndModeTargetVfoB()
     {
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         QCOMPARE(reply(session, QStringLiteral("V VFOB")), QByteArray("RPRT 0\n"));
         QCOMPARE(reply(session, QStringLiteral("v")), QByteArray("VFOB\n"));
@@ -316,7 +316,7 @@ private slots:
 
     void subIsAnAliasOfVfoB()
     {
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         reply(session, QStringLiteral("V Sub"));
         QCOMPARE(session.currentVfo(), RigVfo::B);
@@ -326,7 +326,7 @@ private slots:
 
     void selectingAVfoSendsNothing()
     {
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         reply(session, QStringLiteral("V VFOB"));
         reply(session, QStringLiteral("V VFOA"));
@@ -335,7 +335,7 @@ private slots:
 
     void afterFTheNextFReadsTheRadiosTenHzStep()
     {
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         reply(session, QStringLiteral("F 14074055"));
         QCOMPARE(reply(session, QStringLiteral("f")), QByteArray("14074050\n"));
@@ -343,8 +343,8 @@ private slots:
 
     void theTxVfoIsVfoBWhileSplitIsOn()
     {
-        FakeRigBackend rig;
-        rig.snap.split = true;
+        FakeRig rig;
+        rig.values.split = true;
         RigctlSession session(rig);
         QCOMPARE(reply(session, QStringLiteral("s")), QByteArray("1\nVFOB\n"));
         QCOMPARE(reply(session, QStringLiteral("f TX")), QByteArray("7074000\n"));
@@ -353,8 +353,8 @@ private slots:
 
     void amSyncReadsAsAm()
     {
-        FakeRigBackend rig;
-        rig.snap.modeA = 5;
+        FakeRig rig;
+        rig.values.modeA = 5;
         RigctlSession session(rig);
         QCOMPARE(reply(session, QStringLiteral("m")), QByteArray("AM\n6000\n"));
     }
@@ -380,8 +380,8 @@ private slots:
     {
         QFETCH(int, code);
         QFETCH(QByteArray, reply);
-        FakeRigBackend rig;
-        rig.snap.modeA = code;
+        FakeRig rig;
+        rig.values.modeA = code;
         RigctlSession session(rig);
         QCOMPARE(session.handleLine(QStringLiteral("m")).reply, reply);
     }
@@ -399,15 +399,15 @@ private slots:
     {
         QFETCH(int, raw);
         QFETCH(QByteArray, reply);
-        FakeRigBackend rig;
-        rig.snap.mainSMeterRaw = raw;
+        FakeRig rig;
+        rig.values.mainSMeterRaw = raw;
         RigctlSession session(rig);
         QCOMPARE(session.handleLine(QStringLiteral("l STRENGTH")).reply, reply);
     }
 
     void authorizedPttKeysAndReportsIt()
     {
-        FakeRigBackend rig;
+        FakeRig rig;
         rig.authorized = true;
         RigctlSession session(rig);
         const RigctlSession::Result r = session.handleLine(QStringLiteral("T 1"));
@@ -420,14 +420,14 @@ private slots:
 
     void refusedPttReportsNoChange()
     {
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         QVERIFY(!session.handleLine(QStringLiteral("T 1")).pttKeyed);
     }
 
     void quitAsksToClose()
     {
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         QVERIFY(session.handleLine(QStringLiteral("q")).close);
         QVERIFY(!session.handleLine(QStringLiteral("f")).close);
@@ -435,15 +435,15 @@ private slots:
 
     void blankLineGetsNoReply()
     {
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         QVERIFY(session.handleLine(QString()).reply.isEmpty());
     }
 
     void getsBeforeTheFirstStatusAreRefused()
     {
-        FakeRigBackend rig;
-        rig.snap.haveStatus = false;
+        FakeRig rig;
+        rig.values.haveStatus = false;
         RigctlSession session(rig);
         QCOMPARE(reply(session, QStringLiteral("f")), QByteArray("RPRT -9\n"));
         QCOMPARE(reply(session, QStringLiteral("m")), QByteArray("RPRT -9\n"));
@@ -455,7 +455,7 @@ private slots:
 
     void setsAreRefusedWhileThePortIsClosed()
     {
-        FakeRigBackend rig;
+        FakeRig rig;
         rig.up = false;
         rig.authorized = true;
         RigctlSession session(rig);
@@ -467,7 +467,7 @@ private slots:
     void garbageOnlyEverGetsTheKnownCodes()
     {
         // Random printable and unprintable lines, some starting with real command letters.
-        FakeRigBackend rig;
+        FakeRig rig;
         RigctlSession session(rig);
         QRandomGenerator gen(4532);
         const QString starts = QStringLiteral("fFmMvVsSiIxXtTlq\\+;|,zZ ");

@@ -4,7 +4,7 @@
 #include "FakeClock.h"
 #include "FakeSerialPort.h"
 #include "FlagsDecoder.h"
-#include "LinkRigBackend.h"
+#include "LinkRig.h"
 #include "Procedures.h"
 #include "RadioLink.h"
 #include "RigctlSession.h"
@@ -63,7 +63,7 @@ struct Bench {
     std::shared_ptr<FakeClock> clock;
     FakeSerialPort* port = nullptr;
     RadioLink link;
-    LinkRigBackend backend;
+    LinkRig backend;
     RigctlSession session;
     StatusRecord store;
 };

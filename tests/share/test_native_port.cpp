@@ -4,7 +4,7 @@
 
 #include "FakeClock.h"
 #include "FakeSerialPort.h"
-#include "FakeSharedRig.h"
+#include "FakeRig.h"
 #include "NativePort.h"
 #include "PollCache.h"
 #include "Procedures.h"
@@ -62,7 +62,7 @@ struct Scene {
     std::shared_ptr<FakeClock> clock;
     FakeSerialPort* serial = nullptr;
     RadioLink link;
-    FakeSharedRig rig;
+    FakeRig rig{FakeRig::SharingScene};
     std::shared_ptr<PollCache> cache;
     NativePort port;
 };

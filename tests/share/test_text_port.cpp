@@ -1,7 +1,7 @@
 // The text port end to end on its pseudo-terminal: a client writes the dialect and reads replies,
 // against a fake radio that records what it was asked to do.
 
-#include "FakeSharedRig.h"
+#include "FakeRig.h"
 #include "PtyClient.h"
 #include "TextPort.h"
 
@@ -22,7 +22,7 @@ private slots:
 
     void opensUnderTheTextName()
     {
-        FakeSharedRig rig;
+        FakeRig rig{FakeRig::SharingScene};
         TextPort port(rig);
         QString error;
         QVERIFY2(port.open(&error), qPrintable(error));
@@ -34,7 +34,7 @@ private slots:
 
     void severalCommandsInOneWriteAreAnsweredInOrder()
     {
-        FakeSharedRig rig;
+        FakeRig rig{FakeRig::SharingScene};
         TextPort port(rig);
         QVERIFY(port.open());
         PtyClient client(port.linkPath());
@@ -47,7 +47,7 @@ private slots:
 
     void aCommandSplitAcrossWritesIsAnsweredOnce()
     {
-        FakeSharedRig rig;
+        FakeRig rig{FakeRig::SharingScene};
         TextPort port(rig);
         QVERIFY(port.open());
         PtyClient client(port.linkPath());
@@ -59,7 +59,7 @@ private slots:
 
     void aSetIsNotAnsweredAndItsCheckIs()
     {
-        FakeSharedRig rig;
+        FakeRig rig{FakeRig::SharingScene};
         TextPort port(rig);
         QVERIFY(port.open());
         PtyClient client(port.linkPath());
@@ -70,7 +70,7 @@ private slots:
 
     void refusedKeyingAnswersQuestionMarkAndIsLogged()
     {
-        FakeSharedRig rig;
+        FakeRig rig{FakeRig::SharingScene};
         TextPort port(rig);
         QVERIFY(port.open());
         PtyClient client(port.linkPath());
@@ -82,7 +82,7 @@ private slots:
 
     void anOverlongCommandIsDroppedAndTheNextIsAnswered()
     {
-        FakeSharedRig rig;
+        FakeRig rig{FakeRig::SharingScene};
         TextPort port(rig);
         QVERIFY(port.open());
         PtyClient client(port.linkPath());
@@ -93,7 +93,7 @@ private slots:
 
     void theConversationWithoutATerminal()
     {
-        FakeSharedRig rig;
+        FakeRig rig{FakeRig::SharingScene};
         TextPort port(rig);  // not opened: replies have nowhere to go, the radio still gets the sets
         port.receive("FB00014080000;");
         QCOMPARE(rig.calls, QStringList{"freq B 14080000"});

@@ -57,7 +57,7 @@ private slots:
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
         QString error;
         QVERIFY2(rig.start(&error), qPrintable(error));
-        QTRY_VERIFY_WITH_TIMEOUT(rig.backend->snapshot().haveStatus, WaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(rig.backend->state().haveStatus, WaitMs);
         port = std::make_unique<TextPort>(*rig.backend);
         QVERIFY2(port->open(&error), qPrintable(error));
     }

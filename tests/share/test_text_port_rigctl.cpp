@@ -2,7 +2,7 @@
 // (model 2014) opens the port's link as a serial radio, and each of its commands must read and
 // set the radio behind the port, here a fake that records every set.
 
-#include "FakeSharedRig.h"
+#include "FakeRig.h"
 #include "RigctlProcess.h"
 #include "TextPort.h"
 
@@ -13,7 +13,7 @@ class TestTextPortRigctl : public QObject {
     Q_OBJECT
 private:
     QTemporaryDir runtime;
-    FakeSharedRig rig;
+    FakeRig rig{FakeRig::SharingScene};
     std::unique_ptr<TextPort> port;
 
     // One rigctl process, one command; the port answers on this thread while it runs.
@@ -33,7 +33,7 @@ private slots:
     // A fresh radio and port for each test: the port remembers a client's receive VFO.
     void init()
     {
-        rig = FakeSharedRig();
+        rig = FakeRig(FakeRig::SharingScene);
         port = std::make_unique<TextPort>(rig);
         QString error;
         QVERIFY2(port->open(&error), qPrintable(error));
@@ -42,14 +42,14 @@ private slots:
 
     void readsTheFrequency()
     {
-        rig.state.rig.vfoAHz = 14074000;
+        rig.values.vfoAHz = 14074000;
         QCOMPARE(run({"f"}).out, QStringLiteral("14074000\n"));
         QVERIFY(rig.calls.isEmpty());
     }
 
     void setsTheFrequency()
     {
-        rig.state.rig.vfoAHz = 14074000;
+        rig.values.vfoAHz = 14074000;
         const RigctlRun r = run({"F", "14076000"});
         QCOMPARE(r.out, QString());
         QCOMPARE(r.err, QString());
@@ -59,15 +59,15 @@ private slots:
 
     void readsTheMode()
     {
-        rig.state.rig.modeA = ModeCode::Cw;
+        rig.values.modeA = ModeCode::Cw;
         QCOMPARE(run({"m"}).out.section('\n', 0, 0), QStringLiteral("CW"));
-        rig.state.rig.modeA = ModeCode::Usb;
+        rig.values.modeA = ModeCode::Usb;
         QCOMPARE(run({"m"}).out.section('\n', 0, 0), QStringLiteral("USB"));
     }
 
     void setsTheMode()
     {
-        rig.state.rig.modeA = ModeCode::Lsb;
+        rig.values.modeA = ModeCode::Lsb;
         const RigctlRun r = run({"M", "USB", "2400"});
         QCOMPARE(r.err, QString());
         QCOMPARE(rig.calls, QStringList{QStringLiteral("mode A %1").arg(ModeCode::Usb)});
@@ -89,7 +89,7 @@ private slots:
     void readsSplit()
     {
         QCOMPARE(run({"s"}).out, QStringLiteral("0\nVFOA\n"));
-        rig.state.rig.split = true;
+        rig.values.split = true;
         QCOMPARE(run({"s"}).out, QStringLiteral("1\nVFOB\n"));
         QVERIFY(rig.calls.isEmpty());
     }
@@ -105,9 +105,9 @@ private slots:
     void readsThePtt()
     {
         QCOMPARE(run({"t"}).out, QStringLiteral("0\n"));
-        rig.state.rig.ptt = true;
+        rig.values.ptt = true;
         QCOMPARE(run({"t"}).out, QStringLiteral("1\n"));
-        rig.state.rig.split = true;  // transmitting on VFO-B
+        rig.values.split = true;  // transmitting on VFO-B
         QCOMPARE(run({"t"}).out, QStringLiteral("1\n"));
         QVERIFY(rig.calls.isEmpty());  // a read changes nothing
     }
@@ -135,14 +135,14 @@ private slots:
 
     void readsTheSplitFrequency()
     {
-        rig.state.rig.split = true;
+        rig.values.split = true;
         QCOMPARE(run({"i"}).out, QStringLiteral("7074000\n"));
         QVERIFY(rig.calls.isEmpty());
     }
 
     void setsTheSplitFrequency()
     {
-        rig.state.rig.split = true;
+        rig.values.split = true;
         QCOMPARE(run({"I", "14080000"}).err, QString());
         QCOMPARE(rig.calls, QStringList{"freq B 14080000"});
         QCOMPARE(run({"i"}).out, QStringLiteral("14080000\n"));

@@ -1,7 +1,7 @@
 // One text-port client's conversation against a fake radio: every read with its exact reply, every
 // set with no reply and the radio call it makes, and each bad input answered "?;".
 
-#include "FakeSharedRig.h"
+#include "FakeRig.h"
 #include "TextSession.h"
 
 #include <QTest>
@@ -9,12 +9,12 @@
 class TestTextSession : public QObject {
     Q_OBJECT
 private:
-    FakeSharedRig rig;
+    FakeRig rig{FakeRig::SharingScene};
 
     QByteArray send(TextSession& s, const char* command) { return s.handle(QByteArray(command)).reply; }
 
 private slots:
-    void init() { rig = FakeSharedRig(); }
+    void init() { rig = FakeRig(FakeRig::SharingScene); }
 
     void fixedReads_data()
     {
@@ -32,7 +32,7 @@ private slots:
         TextSession s(rig);
         QCOMPARE(s.handle(command).reply, reply);
         // even before the first poll
-        rig.state.rig.haveStatus = false;
+        rig.values.haveStatus = false;
         QCOMPARE(s.handle(command).reply, reply);
         QVERIFY(rig.calls.isEmpty());
     }
@@ -42,7 +42,7 @@ private slots:
         TextSession s(rig);
         QCOMPARE(send(s, "FA"), QByteArray("FA00014076000;"));
         QCOMPARE(send(s, "FB"), QByteArray("FB00007074000;"));
-        rig.state.rig.vfoAHz = 29999990;
+        rig.values.vfoAHz = 29999990;
         QCOMPARE(send(s, "FA"), QByteArray("FA00029999990;"));
     }
 
@@ -66,14 +66,14 @@ private slots:
     {
         QFETCH(int, code);
         QFETCH(QByteArray, reply);
-        rig.state.rig.modeA = code;
+        rig.values.modeA = code;
         TextSession s(rig);
         QCOMPARE(send(s, "MD"), reply);
     }
 
     void modeReadOfAnUnknownModeIsRefused()
     {
-        rig.state.rig.modeA = -1;
+        rig.values.modeA = -1;
         TextSession s(rig);
         QCOMPARE(send(s, "MD"), QByteArray("?;"));
     }
@@ -83,7 +83,7 @@ private slots:
         TextSession s(rig);
         QCOMPARE(send(s, "FR"), QByteArray("FR0;"));
         QCOMPARE(send(s, "FT"), QByteArray("FT0;"));
-        rig.state.rig.split = true;
+        rig.values.split = true;
         QCOMPARE(send(s, "FR"), QByteArray("FR0;"));
         QCOMPARE(send(s, "FT"), QByteArray("FT1;"));
     }
@@ -100,7 +100,7 @@ private slots:
     {
         QFETCH(int, raw);
         QFETCH(QByteArray, reply);
-        rig.state.rig.mainSMeterRaw = raw;
+        rig.values.mainSMeterRaw = raw;
         TextSession s(rig);
         QCOMPARE(send(s, "SM0"), reply);
     }
@@ -113,10 +113,10 @@ private slots:
 
     void infoRecordCarriesTheRadiosState()
     {
-        rig.state.clarifierA = ClarifierState{true, true, -250};
-        rig.state.memoryChannel = 7;
-        rig.state.rig.modeA = ModeCode::Cw;
-        rig.state.rig.split = true;
+        rig.values.clarifierA = ClarifierState{true, true, -250};
+        rig.values.memoryChannel = 7;
+        rig.values.modeA = ModeCode::Cw;
+        rig.values.split = true;
         TextSession s(rig);
         //                                  freq       step offs  rt 0 mc t m v s s tn s
         QCOMPARE(send(s, "IF"), QByteArray("IF00014076000"
@@ -137,8 +137,8 @@ private slots:
 
     void infoRecordWhileTransmittingInSplitShowsTheTransmitVfo()
     {
-        rig.state.rig.split = true;
-        rig.state.rig.ptt = true;
+        rig.values.split = true;
+        rig.values.ptt = true;
         TextSession s(rig);
         const QByteArray r = send(s, "IF");
         QCOMPARE(r.mid(2, 11), QByteArray("00007074000"));
@@ -150,7 +150,7 @@ private slots:
 
     void infoRecordWhileTransmittingWithoutSplitShowsVfoA()
     {
-        rig.state.rig.ptt = true;
+        rig.values.ptt = true;
         TextSession s(rig);
         QCOMPARE(send(s, "IF").mid(2, 11), QByteArray("00014076000"));
     }
@@ -164,7 +164,7 @@ private slots:
     void readsBeforeTheFirstPollAreRefused()
     {
         QFETCH(QByteArray, command);
-        rig.state.rig.haveStatus = false;
+        rig.values.haveStatus = false;
         TextSession s(rig);
         QCOMPARE(s.handle(command).reply, QByteArray("?;"));
     }
@@ -225,12 +225,12 @@ private slots:
         QCOMPARE(rig.calls, QStringList{"mode B 2"});
         QCOMPARE(s.receiveVfo(), RigVfo::A);
         QCOMPARE(send(s, "MD"), QByteArray("MD2;"));  // VFO-A's USB, untouched
-        QCOMPARE(rig.state.rig.modeB, ModeCode::Cw);
+        QCOMPARE(rig.values.modeB, ModeCode::Cw);
     }
 
     void receivingOnVfoBReadsVfoB()
     {
-        rig.state.clarifierB = ClarifierState{true, false, 120};
+        rig.values.clarifierB = ClarifierState{true, false, 120};
         TextSession s(rig);
         QCOMPARE(send(s, "FR1"), QByteArray());
         QVERIFY(rig.calls.isEmpty());  // nothing for the radio: its main receiver stays on VFO-A
@@ -252,7 +252,7 @@ private slots:
 
     void receiveVfoSetEndsSplit()
     {
-        rig.state.rig.split = true;
+        rig.values.split = true;
         TextSession s(rig);
         QCOMPARE(send(s, "FR0"), QByteArray());
         QCOMPARE(rig.calls, QStringList{"split 0"});

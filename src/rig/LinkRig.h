@@ -1,21 +1,19 @@
 #pragma once
-// The network server's view of the radio behind the program's radio link.
+// The radio behind the program's radio link, as every door sees it.
 //
-// Gets read a snapshot that the main window's poll keeps up to date through update(); nothing of it
+// Gets read a state that the main window's poll keeps up to date through update(); nothing of it
 // touches the wire. Sets are posted as jobs on the link thread, so they run between polls and never
-// interleave with one, and they use the radio's own instructions. After a set the snapshot holds
+// interleave with one, and they use the radio's own instructions. After a set the state holds
 // what the radio will hold (a frequency rounded down to the radio's 10 Hz steps) until a poll
 // confirms it or a short hold runs out, so a client that sets and reads back at once sees its value
 // even when a poll that started before the set reports the old one.
 //
 // Frequencies are the VFO frequencies without the receive clarifier, in Hz.
 //
-// The sharing ports use the same object through SharedRig: one snapshot, one set of holds and one
-// transmit gate for every front door.
+// Every door uses the same object: one state, one set of holds and one transmit gate.
 
 #include "CatCommand.h"
-#include "RigBackend.h"
-#include "SharedRig.h"
+#include "Rig.h"
 
 #include <QtGlobal>
 #include <functional>
@@ -29,15 +27,15 @@ class RadioLink;
 struct StatusView;
 struct FlagsView;
 
-class LinkRigBackend final : public RigBackend, public SharedRig {
+class LinkRig final : public Rig {
 public:
     // How long a set value outlives polls that disagree with it: one poll still on the wire when
     // the set was posted, the pause, and the next whole poll.
     static constexpr int HoldMs = 2000;
 
     // The clock only times the holds; the wall clock when none is given.
-    explicit LinkRigBackend(RadioLink& link, std::shared_ptr<Clock> clock = nullptr);
-    ~LinkRigBackend() override;
+    explicit LinkRig(RadioLink& link, std::shared_ptr<Clock> clock = nullptr);
+    ~LinkRig() override;
 
     // From the poll, on the thread that owns this object. A status view with noLink keeps the
     // last values; a flags view not decoded, or of the model check, changes none of the flags.
@@ -48,16 +46,12 @@ public:
     // records it changes wait there for the next poll too, whichever front door it came through.
     void setPollCache(std::shared_ptr<PollCache> cache) { cache_ = std::move(cache); }
 
-    RigSnapshot snapshot() const override { return snap_; }
-    // The snapshot with the clarifiers of the last status record; the poll does not read the memory
-    // channel, so it stays 0.
-    SharedRigState sharedState() const override;
+    RigState state() const override { return state_; }
     bool linkUp() const override;
     bool txAuthorized() const override { return txAuthorized_; }
     void setFrequency(RigVfo vfo, qint64 hz) override;
     void setMode(int modeCode) override;
-    void setVfoBMode(int modeCode) override;
-    void setModeB(int modeCode) override { setVfoBMode(modeCode); }
+    void setModeB(int modeCode) override;
     void setSplit(bool on) override;
     void setPtt(bool on) override;
 
@@ -79,8 +73,7 @@ private:
     RadioLink& link_;
     std::shared_ptr<Clock> clock_;
     std::shared_ptr<PollCache> cache_;
-    RigSnapshot snap_;
-    ClarifierState clarA_, clarB_;
+    RigState state_;
     bool txAuthorized_ = false;
     bool netKeyed_ = false;  // the last PTT a client sent was "on"
     Hold<qint64> freqA_, freqB_;

@@ -1,4 +1,4 @@
-#include "LinkRigBackend.h"
+#include "LinkRig.h"
 
 #include "CatPort.h"
 #include "Clock.h"
@@ -34,36 +34,27 @@ ClarifierState clarifier(const VfoStatus& v)
 }
 }  // namespace
 
-LinkRigBackend::LinkRigBackend(RadioLink& link, std::shared_ptr<Clock> clock)
+LinkRig::LinkRig(RadioLink& link, std::shared_ptr<Clock> clock)
     : link_(link), clock_(clock ? std::move(clock) : std::make_shared<RealClock>())
 {
 }
 
-LinkRigBackend::~LinkRigBackend() = default;
+LinkRig::~LinkRig() = default;
 
-SharedRigState LinkRigBackend::sharedState() const
-{
-    SharedRigState s;
-    s.rig = snap_;
-    s.clarifierA = clarA_;
-    s.clarifierB = clarB_;
-    return s;
-}
-
-bool LinkRigBackend::linkUp() const
+bool LinkRig::linkUp() const
 {
     return link_.portOpen();
 }
 
 template <typename T>
-void LinkRigBackend::hold(Hold<T>& h, T value)
+void LinkRig::hold(Hold<T>& h, T value)
 {
     h.value = value;
     h.until = clock_->nowMs() + HoldMs;
 }
 
 template <typename T>
-T LinkRigBackend::settle(Hold<T>& h, T polled)
+T LinkRig::settle(Hold<T>& h, T polled)
 {
     if (!h.value)
         return polled;
@@ -74,28 +65,27 @@ T LinkRigBackend::settle(Hold<T>& h, T polled)
     return *h.value;
 }
 
-void LinkRigBackend::update(const StatusView& status, const FlagsView& flags, int mainSMeterRaw)
+void LinkRig::update(const StatusView& status, const FlagsView& flags, int mainSMeterRaw)
 {
     if (!status.noLink) {
-        snap_.haveStatus = true;
-        snap_.vfoAHz = settle(freqA_, vfoHz(status.a));
-        snap_.vfoBHz = settle(freqB_, vfoHz(status.b));
+        state_.haveStatus = true;
+        state_.vfoAHz = settle(freqA_, vfoHz(status.a));
+        state_.vfoBHz = settle(freqB_, vfoHz(status.b));
         if (status.a.mode)
-            snap_.modeA = settle(modeA_, status.a.mode->code);
+            state_.modeA = settle(modeA_, status.a.mode->code);
         if (status.b.mode)
-            snap_.modeB = settle(modeB_, status.b.mode->code);
-        snap_.mainSMeterRaw = mainSMeterRaw;
-        clarA_ = clarifier(status.a);
-        clarB_ = clarifier(status.b);
+            state_.modeB = settle(modeB_, status.b.mode->code);
+        state_.mainSMeterRaw = mainSMeterRaw;
+        state_.clarifierA = clarifier(status.a);
+        state_.clarifierB = clarifier(status.b);
     }
     if (flags.decoded && !flags.markV) {
-        snap_.split = settle(split_, flags.split);
-        snap_.ptt = settle(ptt_, flags.xmit);
+        state_.split = settle(split_, flags.split);
+        state_.ptt = settle(ptt_, flags.xmit);
     }
 }
 
-void LinkRigBackend::postSet(const CatCommand& changes, std::function<void(CatPort&)> job,
-                             std::optional<int> replaceKey)
+void LinkRig::postSet(const CatCommand& changes, std::function<void(CatPort&)> job, std::optional<int> replaceKey)
 {
     const auto post = [this, &replaceKey](std::function<void(CatPort&)> j) {
         if (replaceKey)
@@ -118,14 +108,14 @@ void LinkRigBackend::postSet(const CatCommand& changes, std::function<void(CatPo
         cache_->setDropped(records);
 }
 
-void LinkRigBackend::setTxAuthorized(bool on)
+void LinkRig::setTxAuthorized(bool on)
 {
     txAuthorized_ = on;
     if (!on && netKeyed_)
         setPtt(false);
 }
 
-void LinkRigBackend::setFrequency(RigVfo vfo, qint64 hz)
+void LinkRig::setFrequency(RigVfo vfo, qint64 hz)
 {
     const qint64 steps = hz / HzPerStep;  // the radio holds whole 10 Hz steps: round down
     const int which = vfo == RigVfo::B ? SetFreqVfoB : SetFreqVfoA;
@@ -134,26 +124,26 @@ void LinkRigBackend::setFrequency(RigVfo vfo, qint64 hz)
         setFreqCommand(steps, which), [steps, which](CatPort& port) { SetFreq(port, steps, which); },
         vfo == RigVfo::B ? JobKey::FrequencyB : JobKey::FrequencyA);
     if (vfo == RigVfo::B) {
-        snap_.vfoBHz = steps * HzPerStep;
-        hold(freqB_, snap_.vfoBHz);
+        state_.vfoBHz = steps * HzPerStep;
+        hold(freqB_, state_.vfoBHz);
     } else {
-        snap_.vfoAHz = steps * HzPerStep;
-        hold(freqA_, snap_.vfoAHz);
+        state_.vfoAHz = steps * HzPerStep;
+        hold(freqA_, state_.vfoAHz);
     }
 }
 
-void LinkRigBackend::setMode(int modeCode)
+void LinkRig::setMode(int modeCode)
 {
     const CatCommand command = CatCommand::make(Op::SetMode, modeCode);
     postSet(command, [command](CatPort& port) {
         if (port.isOpen())
             port.send(command);
     });
-    snap_.modeA = modeCode;
+    state_.modeA = modeCode;
     hold(modeA_, modeCode);
 }
 
-void LinkRigBackend::setVfoBMode(int modeCode)
+void LinkRig::setModeB(int modeCode)
 {
     // One job, so no poll runs while VFO-B is the VFO in use: its first record would show VFO-B.
     postSet(CatCommand::make(Op::VfoSelect, SelectVfoB), [modeCode](CatPort& port) {
@@ -166,29 +156,29 @@ void LinkRigBackend::setVfoBMode(int modeCode)
         port.send(CatCommand::make(Op::VfoSelect, SelectVfoA));
         port.sleep(Wait::VfoModeStep);
     });
-    snap_.modeB = modeCode;
+    state_.modeB = modeCode;
     hold(modeB_, modeCode);
 }
 
-void LinkRigBackend::setSplit(bool on)
+void LinkRig::setSplit(bool on)
 {
     const CatCommand command = CatCommand::make(Op::Split, on ? 1 : 0);
     postSet(command, [command](CatPort& port) {
         if (port.isOpen())
             port.send(command);
     });
-    snap_.split = on;
+    state_.split = on;
     hold(split_, on);
 }
 
-void LinkRigBackend::setPtt(bool on)
+void LinkRig::setPtt(bool on)
 {
     const CatCommand command = CatCommand::make(Op::Ptt, on ? 1 : 0);
     postSet(command, [command](CatPort& port) {
         if (port.isOpen())
             port.send(command);
     });
-    snap_.ptt = on;
+    state_.ptt = on;
     hold(ptt_, on);
     netKeyed_ = on;
 }

@@ -4,7 +4,7 @@
 #include "FakeClock.h"
 #include "FakeSerialPort.h"
 #include "FlagsDecoder.h"
-#include "LinkRigBackend.h"
+#include "LinkRig.h"
 #include "PollCache.h"
 #include "Procedures.h"
 #include "RadioLink.h"
@@ -15,8 +15,8 @@
 
 namespace {
 
-struct Rig {
-    Rig()
+struct OnFakeLink {
+    OnFakeLink()
         : clock(std::make_shared<FakeClock>()),
           link(
               [this] {
@@ -35,7 +35,7 @@ struct Rig {
     std::shared_ptr<FakeClock> clock;
     FakeSerialPort* port = nullptr;
     RadioLink link;
-    LinkRigBackend backend;
+    LinkRig backend;
 };
 
 StatusView status(double kHzA, int modeA, double kHzB, int modeB)
@@ -59,21 +59,21 @@ FlagsView flags(bool split, bool xmit)
 
 }  // namespace
 
-class TestLinkRigBackend : public QObject {
+class TestLinkRig : public QObject {
     Q_OBJECT
 private slots:
     void nothingIsKnownBeforeThePoll()
     {
-        Rig r;
-        QVERIFY(!r.backend.snapshot().haveStatus);
-        QCOMPARE(r.backend.snapshot().modeA, -1);
+        OnFakeLink r;
+        QVERIFY(!r.backend.state().haveStatus);
+        QCOMPARE(r.backend.state().modeA, -1);
     }
 
     void thePollFillsTheSnapshot()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.5, 0), flags(true, false), 150);
-        const RigSnapshot s = r.backend.snapshot();
+        const RigState s = r.backend.state();
         QVERIFY(s.haveStatus);
         QCOMPARE(s.vfoAHz, 14074000);
         QCOMPARE(s.vfoBHz, 7074500);
@@ -87,55 +87,55 @@ private slots:
 
     void theReceiveClarifierIsNotPartOfTheFrequency()
     {
-        Rig r;
+        OnFakeLink r;
         StatusView v = status(14074.5, 1, 7074.0, 0);  // the display: 14 074.00 + 0.50 kHz
         v.a.rxClar = true;
         v.a.clarKHz = 0.5;
         r.backend.update(v, FlagsView{}, 0);
-        QCOMPARE(r.backend.snapshot().vfoAHz, 14074000);
+        QCOMPARE(r.backend.state().vfoAHz, 14074000);
     }
 
     void noLinkKeepsTheLastValues()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, false), 100);
         StatusView none;
         none.noLink = true;
         r.backend.update(none, FlagsView{}, 0);
-        QCOMPARE(r.backend.snapshot().vfoAHz, 14074000);
-        QCOMPARE(r.backend.snapshot().mainSMeterRaw, 100);
+        QCOMPARE(r.backend.state().vfoAHz, 14074000);
+        QCOMPARE(r.backend.state().mainSMeterRaw, 100);
     }
 
     void aModeOutsideTheTableKeepsTheLastMode()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.update(status(14074.0, 2, 7074.0, 0), FlagsView{}, 0);
         StatusView v = status(14074.0, 2, 7074.0, 0);
         v.a.mode.reset();
         r.backend.update(v, FlagsView{}, 0);
-        QCOMPARE(r.backend.snapshot().modeA, 2);
+        QCOMPARE(r.backend.state().modeA, 2);
     }
 
     void undecodedFlagsChangeNothing()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, true), 0);
         FlagsView f = flags(false, false);
         f.decoded = false;
         r.backend.update(status(14074.0, 1, 7074.0, 0), f, 0);
-        QVERIFY(r.backend.snapshot().split);
-        QVERIFY(r.backend.snapshot().ptt);
+        QVERIFY(r.backend.state().split);
+        QVERIFY(r.backend.state().ptt);
     }
 
     void theModelCheckChangesNoFlag()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);
         FlagsView f = flags(false, true);
         f.markV = true;
         r.backend.update(status(14074.0, 1, 7074.0, 0), f, 0);
-        QVERIFY(r.backend.snapshot().split);
-        QVERIFY(!r.backend.snapshot().ptt);
+        QVERIFY(r.backend.state().split);
+        QVERIFY(!r.backend.state().ptt);
     }
 
     void setFrequencySendsSetFreqInTenHzUnits_data()
@@ -155,10 +155,10 @@ private slots:
         QFETCH(qint64, hz);
         QFETCH(QString, bytes);
         QFETCH(qint64, held);
-        Rig r;
+        OnFakeLink r;
         r.backend.setFrequency(vfo == 2 ? RigVfo::B : RigVfo::A, hz);
         QCOMPARE(r.writes(), QStringList{bytes});
-        QCOMPARE(vfo == 2 ? r.backend.snapshot().vfoBHz : r.backend.snapshot().vfoAHz, held);
+        QCOMPARE(vfo == 2 ? r.backend.state().vfoBHz : r.backend.state().vfoAHz, held);
     }
 
     void setModeSendsTheModeInstruction_data()
@@ -175,48 +175,48 @@ private slots:
     {
         QFETCH(int, code);
         QFETCH(QString, bytes);
-        Rig r;
+        OnFakeLink r;
         r.backend.setMode(code);
         QCOMPARE(r.writes(), QStringList{bytes});
-        QCOMPARE(r.backend.snapshot().modeA, code);
+        QCOMPARE(r.backend.state().modeA, code);
     }
 
     void vfoBModeIsOneJobOfThreeCommandsWithTheirWaits()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);
-        r.backend.setVfoBMode(1);
+        r.backend.setModeB(1);
         // VFO-B in use, USB, VFO-A in use again: nothing of a poll can come between them.
         QCOMPARE(r.clock->events, (QStringList{"write 00 00 00 01 05", "sleep 50", "write 00 00 00 01 0C", "sleep 50",
                                                "write 00 00 00 00 05", "sleep 50"}));
-        QCOMPARE(r.backend.snapshot().modeB, 1);
-        QCOMPARE(r.backend.snapshot().modeA, 1);
+        QCOMPARE(r.backend.state().modeB, 1);
+        QCOMPARE(r.backend.state().modeA, 1);
     }
 
     void aPollThatStartedBeforeVfoBModeDoesNotUndoIt()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);
-        r.backend.setVfoBMode(2);
+        r.backend.setModeB(2);
         r.clock->advance(600);
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);  // still LSB
-        QCOMPARE(r.backend.snapshot().modeB, 2);
+        QCOMPARE(r.backend.state().modeB, 2);
         r.backend.update(status(14074.0, 1, 7074.0, 2), flags(true, false), 0);  // confirmed
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);  // turned on the panel
-        QCOMPARE(r.backend.snapshot().modeB, 0);
+        QCOMPARE(r.backend.state().modeB, 0);
     }
 
     void vfoBModeWithThePortClosedSendsNothing()
     {
-        Rig r;
+        OnFakeLink r;
         r.link.runBlocking([](CatPort& port) { port.serial().close(); });
-        r.backend.setVfoBMode(1);
+        r.backend.setModeB(1);
         QVERIFY(r.writes().isEmpty());
     }
 
     void setSplitSendsTheSplitInstruction()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.setSplit(true);
         r.backend.setSplit(false);
         QCOMPARE(r.writes(), (QStringList{"00 00 00 01 01", "00 00 00 00 01"}));
@@ -224,23 +224,23 @@ private slots:
 
     void setPttSendsThePttInstruction()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.setPtt(true);
-        QVERIFY(r.backend.snapshot().ptt);
+        QVERIFY(r.backend.state().ptt);
         r.backend.setPtt(false);
         QCOMPARE(r.writes(), (QStringList{"00 00 00 01 0F", "00 00 00 00 0F"}));
     }
 
     void aSetIsOneWriteWithNoWaitOrRead()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.setFrequency(RigVfo::A, 14074000);
         QCOMPARE(r.clock->events, QStringList{"write 00 74 40 01 0A"});
     }
 
     void aWaitingFrequencySetIsReplacedByTheNextOfItsVfo()
     {
-        Rig r;
+        OnFakeLink r;
         // Clients set while the link is busy with a long job; the link runs what waits after it.
         r.clock->onSleep = [&r](int) {
             r.clock->onSleep = nullptr;
@@ -253,57 +253,57 @@ private slots:
         r.link.post([](CatPort& port) { port.sleep(1000); });
         // Only the last of VFO-A's three, in the first one's place.
         QCOMPARE(r.writes(), (QStringList{"00 76 40 01 0A", "00 00 00 02 0C", "00 74 70 00 8A"}));
-        QCOMPARE(r.backend.snapshot().vfoAHz, 14076000);
+        QCOMPARE(r.backend.state().vfoAHz, 14076000);
     }
 
     void aPollThatStartedBeforeTheSetDoesNotUndoIt()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, false), 0);
         r.backend.setFrequency(RigVfo::A, 14076000);
         r.backend.setMode(2);
         r.backend.setSplit(true);
         r.clock->advance(600);
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, false), 0);  // the old values
-        QCOMPARE(r.backend.snapshot().vfoAHz, 14076000);
-        QCOMPARE(r.backend.snapshot().modeA, 2);
-        QVERIFY(r.backend.snapshot().split);
+        QCOMPARE(r.backend.state().vfoAHz, 14076000);
+        QCOMPARE(r.backend.state().modeA, 2);
+        QVERIFY(r.backend.state().split);
     }
 
     void thePollConfirmingTheSetEndsTheHold()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.setFrequency(RigVfo::A, 14076000);
         r.backend.update(status(14076.0, 1, 7074.0, 0), FlagsView{}, 0);
         // From now on the radio is believed at once: the operator turned the dial.
         r.backend.update(status(14080.0, 1, 7074.0, 0), FlagsView{}, 0);
-        QCOMPARE(r.backend.snapshot().vfoAHz, 14080000);
+        QCOMPARE(r.backend.state().vfoAHz, 14080000);
     }
 
     void aSetTheRadioIgnoredGivesWayAfterTheHold()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.setFrequency(RigVfo::B, 7076000);
-        r.clock->advance(LinkRigBackend::HoldMs);
+        r.clock->advance(LinkRig::HoldMs);
         r.backend.update(status(14074.0, 1, 7074.0, 0), FlagsView{}, 0);
-        QCOMPARE(r.backend.snapshot().vfoBHz, 7074000);
+        QCOMPARE(r.backend.state().vfoBHz, 7074000);
     }
 
     void withdrawingAuthorizationUnkeysANetworkPtt()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.setTxAuthorized(true);
         QVERIFY(r.backend.txAuthorized());
         r.backend.setPtt(true);
         r.backend.setTxAuthorized(false);
         QVERIFY(!r.backend.txAuthorized());
         QCOMPARE(r.writes(), (QStringList{"00 00 00 01 0F", "00 00 00 00 0F"}));
-        QVERIFY(!r.backend.snapshot().ptt);
+        QVERIFY(!r.backend.state().ptt);
     }
 
     void withdrawingAuthorizationWithoutANetworkPttSendsNothing()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.setTxAuthorized(true);
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, true), 0);  // keyed on the panel
         r.backend.setTxAuthorized(false);
@@ -312,19 +312,19 @@ private slots:
 
     void theSharedStateCarriesTheSnapshotAndTheClarifiers()
     {
-        Rig r;
+        OnFakeLink r;
         StatusView v = status(14074.5, 1, 7074.0, 0);
         v.a.rxClar = true;
         v.a.clarKHz = 0.5;
         v.b.txClar = true;
         v.b.clarKHz = -1.25;
         r.backend.update(v, flags(true, false), 120);
-        const SharedRig& rig = r.backend;
-        const SharedRigState s = rig.sharedState();
-        QCOMPARE(s.rig.vfoAHz, 14074000);
-        QCOMPARE(s.rig.vfoBHz, 7074000);
-        QVERIFY(s.rig.split);
-        QCOMPARE(s.rig.mainSMeterRaw, 120);
+        const Rig& rig = r.backend;
+        const RigState s = rig.state();
+        QCOMPARE(s.vfoAHz, 14074000);
+        QCOMPARE(s.vfoBHz, 7074000);
+        QVERIFY(s.split);
+        QCOMPARE(s.mainSMeterRaw, 120);
         QVERIFY(s.clarifierA.rxOn);
         QVERIFY(!s.clarifierA.txOn);
         QCOMPARE(s.clarifierA.offsetHz, 500);
@@ -336,7 +336,7 @@ private slots:
 
     void noLinkKeepsTheClarifiers()
     {
-        Rig r;
+        OnFakeLink r;
         StatusView v = status(14074.0, 1, 7074.0, 0);
         v.a.txClar = true;
         v.a.clarKHz = 0.2;
@@ -344,40 +344,40 @@ private slots:
         StatusView none;
         none.noLink = true;
         r.backend.update(none, FlagsView{}, 0);
-        QVERIFY(r.backend.sharedState().clarifierA.txOn);
-        QCOMPARE(r.backend.sharedState().clarifierA.offsetHz, 200);
+        QVERIFY(r.backend.state().clarifierA.txOn);
+        QCOMPARE(r.backend.state().clarifierA.offsetHz, 200);
     }
 
     void aSetThroughTheSharedPathShowsInBothViews()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, false), 0);
-        SharedRig& rig = r.backend;
+        Rig& rig = r.backend;
         rig.setFrequency(RigVfo::B, 7076000);
         rig.setSplit(true);
         QCOMPARE(r.writes(), (QStringList{"00 76 70 00 8A", "00 00 00 01 01"}));
         // One state behind both front doors: the server sees what a sharing port set.
-        QCOMPARE(r.backend.snapshot().vfoBHz, 7076000);
-        QVERIFY(r.backend.snapshot().split);
-        QCOMPARE(rig.sharedState().rig.vfoBHz, 7076000);
+        QCOMPARE(r.backend.state().vfoBHz, 7076000);
+        QVERIFY(r.backend.state().split);
+        QCOMPARE(rig.state().vfoBHz, 7076000);
     }
 
     void setModeBIsTheVfoBModeJob()
     {
-        Rig r;
+        OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);
-        SharedRig& rig = r.backend;
+        Rig& rig = r.backend;
         rig.setModeB(ModeCode::Cw);
         QCOMPARE(r.clock->events, (QStringList{"write 00 00 00 01 05", "sleep 50", "write 00 00 00 02 0C", "sleep 50",
                                                "write 00 00 00 00 05", "sleep 50"}));
-        QCOMPARE(rig.sharedState().rig.modeB, ModeCode::Cw);
-        QCOMPARE(r.backend.snapshot().modeB, ModeCode::Cw);
+        QCOMPARE(rig.state().modeB, ModeCode::Cw);
+        QCOMPARE(r.backend.state().modeB, ModeCode::Cw);
     }
 
     void theSharedGateIsTheServersGate()
     {
-        Rig r;
-        const SharedRig& rig = r.backend;
+        OnFakeLink r;
+        const Rig& rig = r.backend;
         QVERIFY(!rig.txAuthorized());
         r.backend.setTxAuthorized(true);
         QVERIFY(rig.txAuthorized());
@@ -388,7 +388,7 @@ private slots:
 
     void aSetMakesThePolledRecordsItChangesWaitForTheNextPoll()
     {
-        Rig r;
+        OnFakeLink r;
         auto cache = std::make_shared<PollCache>();
         r.backend.setPollCache(cache);
         StatusReply polled;
@@ -412,7 +412,7 @@ private slots:
 
     void linkUpFollowsThePort()
     {
-        Rig r;
+        OnFakeLink r;
         QVERIFY(r.backend.linkUp());
         r.link.runBlocking([](CatPort& port) { port.serial().close(); });
         QVERIFY(!r.backend.linkUp());
@@ -421,5 +421,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestLinkRigBackend)
-#include "test_link_rig_backend.moc"
+QTEST_GUILESS_MAIN(TestLinkRig)
+#include "test_link_rig.moc"
