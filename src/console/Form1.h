@@ -133,6 +133,7 @@ public:
     bool dualShown() const override;
     void pressKey(int index) override { Key_Click(index); }
     QString askPlotFile(const QString& suggested) override;
+    bool confirmPlotFiles(const QString& title, const QString& text) override;
     void showScopeError(const QString& title, const QString& text) override;
 
 signals:

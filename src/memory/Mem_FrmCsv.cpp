@@ -9,7 +9,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace {
 using namespace MemoryWindow;
@@ -46,15 +45,8 @@ void Mem_Frm::mnu_csv_Click(int index)
 bool Mem_Frm::ExportCsv(const QString& path)
 {
     QString error;
-    const std::optional<QList<MemRecord>> records = MemFile::recordsFromRows(model_->rows(), &error);
-    if (records) {
-        QSaveFile file(path);
-        if (file.open(QIODevice::WriteOnly) && file.write(MemoryCsv::write(*records)) >= 0 && file.commit()) {
-            qCDebug(lcMemory) << "exported" << path;
-            return true;
-        }
-        error = file.errorString();
-    }
+    if (MemFile::exportCsv(path, model_->rows(), &error))
+        return true;
     qCWarning(lcMemory) << "export failed:" << path << error;
     dialogs_->error(dialogParent(), ExportCsvErrorTitle,
                     QStringLiteral("Could not export the memory list to \"%1\".\n%2").arg(path, error));

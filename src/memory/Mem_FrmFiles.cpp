@@ -77,8 +77,7 @@ bool Mem_Frm::SaveMemFile(Report report)
         qCWarning(lcMemory) << "save failed:" << currentFile_ << error;
         if (report == Report::Message)
             dialogs_->error(dialogParent(), ErrorTitle,
-                            QStringLiteral("Could not save the memory file \"%1\".\n%2\nThe file was left as it was.")
-                                .arg(currentFile_, error));
+                            QStringLiteral("Could not save the memory file \"%1\".\n%2").arg(currentFile_, error));
         return false;
     }
     return true;

@@ -27,6 +27,7 @@ void ScopeSweep::start()
 {
     busy_ = true;
     passEnded_ = false;
+    lastPass_.clear();
     cancel_->store(false);
     startPass();
 }
@@ -76,8 +77,6 @@ void ScopeSweep::startPass()
 void ScopeSweep::onSample(const SweepPlan& plan, const SweepSample& sample)
 {
     pass_.append(sample);
-    if (!passEnded_)
-        lastPass_ = pass_;
     emit sampleRead(plan, sample);
 }
 
