@@ -39,6 +39,7 @@ public:
     }
     SettingsStore& settings() override { return store; }
     QString askPlotFile(const QString&) override { return {}; }
+    bool confirmPlotFiles(const QString&, const QString&) override { return false; }
     void showScopeError(const QString&, const QString&) override {}
     BandScope* scope = nullptr;
     MemorySettingsStore store;

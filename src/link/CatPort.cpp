@@ -12,6 +12,11 @@ bool CatPort::isOpen() const
     return port_.isOpen();
 }
 
+bool CatPort::failed() const
+{
+    return port_.failed();
+}
+
 void CatPort::clear()
 {
     const QByteArray dropped = port_.readAll();

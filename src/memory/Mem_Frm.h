@@ -54,6 +54,7 @@ inline const QString UnmaskCaption = QStringLiteral("Un-Mask");
 inline const QString ErrorTitle = QStringLiteral("Error");
 inline const QString StopUploadText = QStringLiteral("Stop the upload? The radio's memory will be partly written.");
 inline const QString UploadStoppedTitle = QStringLiteral("Upload stopped");
+inline const QString SaveAndUpload = QStringLiteral("Save and upload");
 inline const QString ExportCsvCaption = QStringLiteral("Export CSV...");
 inline const QString ImportCsvCaption = QStringLiteral("Import CSV...");
 inline const QString CsvFilter = QStringLiteral("CSV Files (*.csv)|*.csv|All Files (*.*)|*.*");
@@ -148,7 +149,9 @@ private:
     void mnu_csv_Click(int index);
     void showRecords(const QList<MemRecord>& records);
 
-    void showOneChannel(const std::optional<QByteArray>& reply);
+    void showOneChannel(const std::optional<QByteArray>& reply, int channel);
+    void updateMaskKey();
+    bool tableDiffersFromFile() const;
     void showAllChannels(const std::optional<QByteArray>& reply);
     void showDecode(const ChannelDecode& d);
     void colourLabels(quint32 bgr);
@@ -174,6 +177,7 @@ private:
     int gridRow_ = 0;
     ChannelMode mode_;
     bool uploading_ = false;
+    int maskCaptionFor_ = 0;  // the channel whose read set the Mask key's caption; 0 none
     bool readingAll_ = false;
     bool mouseDriven_[2] = {false, false};
     // What a close asked for during an upload happens once the upload has stopped.

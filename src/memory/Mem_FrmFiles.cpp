@@ -9,9 +9,19 @@
 #include "MemoryPanel.h"
 
 #include <QAction>
+#include <QFileInfo>
 
 namespace {
 using namespace MemoryWindow;
+
+QList<MemoryRow> rowsOf(const QList<MemRecord>& records)
+{
+    QList<MemoryRow> rows;
+    rows.reserve(records.size());
+    for (const MemRecord& r : records)
+        rows.append(rowFromRecord(r));
+    return rows;
+}
 }  // namespace
 
 void Mem_Frm::enableSaveMenu()
@@ -118,4 +128,22 @@ void Mem_Frm::mnu_file_Click(int index)
         default:
             break;
     }
+}
+
+bool Mem_Frm::tableDiffersFromFile() const
+{
+    // Compared as a save would write the table and as a load would show the file, so that what only
+    // a save changes (a Masked of 1, blanks) does not count.
+    QString error;
+    const std::optional<QList<MemRecord>> table = MemFile::recordsFromRows(model_->rows(), &error);
+    QList<MemRecord> file;
+    if (!table || !MemFile::load(currentFile_, &file, &error) || !QFileInfo::exists(currentFile_))
+        return true;
+    const std::optional<QList<MemRecord>> fileAsShown = MemFile::recordsFromRows(rowsOf(file), &error);
+    if (!fileAsShown)
+        return true;
+    for (qsizetype i = 0; i < table->size(); ++i)
+        if ((*table)[i].encode() != (*fileAsShown)[i].encode())
+            return true;
+    return false;
 }

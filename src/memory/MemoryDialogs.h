@@ -27,6 +27,8 @@ public:
     // Yes (true) or No; No is the default answer.
     virtual bool ask(QWidget* parent, const QString& title, const QString& text) = 0;
     virtual void inform(QWidget* parent, const QString& title, const QString& text) = 0;
+    // "Save and upload" (true) or Cancel; Cancel is the default answer.
+    virtual bool saveBeforeUpload(QWidget* parent, const QString& title, const QString& text) = 0;
     // The chosen file, nothing on cancel.
     virtual std::optional<QString> chooseFile(QWidget* parent, const FileDialogRequest& request) = 0;
 };
@@ -38,6 +40,7 @@ public:
     void error(QWidget* parent, const QString& title, const QString& text) override;
     bool ask(QWidget* parent, const QString& title, const QString& text) override;
     void inform(QWidget* parent, const QString& title, const QString& text) override;
+    bool saveBeforeUpload(QWidget* parent, const QString& title, const QString& text) override;
     std::optional<QString> chooseFile(QWidget* parent, const FileDialogRequest& request) override;
 };
 

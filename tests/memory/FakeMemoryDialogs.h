@@ -23,6 +23,11 @@ public:
         return yesAnswer;
     }
     void inform(QWidget*, const QString& title, const QString& text) override { notes.append({title, text}); }
+    bool saveBeforeUpload(QWidget*, const QString& title, const QString& text) override
+    {
+        saveQuestions.append({title, text});
+        return saveAnswer;
+    }
     std::optional<QString> chooseFile(QWidget*, const FileDialogRequest& request) override
     {
         requests.append(request);
@@ -31,6 +36,8 @@ public:
 
     bool confirmAnswer = true;
     bool yesAnswer = false;
+    bool saveAnswer = false;  // Cancel, the default
+    QList<Message> saveQuestions;
     std::optional<QString> fileAnswer;  // nothing: the operator cancels
     QList<Message> confirmations;
     QList<Message> errors;

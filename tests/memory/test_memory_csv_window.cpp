@@ -159,6 +159,39 @@ private slots:
         QVERIFY(!s.radio.channel(108).masked);
     }
 
+    void import_thenUpload_asksToSaveTheListFirst_thenWritesItIntoTheRadio()
+    {
+        Scene s;
+        auto w = s.open();
+        w->setCurrentFile(s.path("current.ymp"));
+        w->Bouton[4]->click();  // the radio's channels
+        QVERIFY(w->SaveMemFile());
+        QVERIFY(writeFile(s.path("in.csv"), header + "2,Net,7074.00,USB,0.00,A,yes\r\n"));
+        QVERIFY(w->ImportCsv(s.path("in.csv")));
+        QVERIFY(w->Bouton[5]->isEnabled());
+        // Cancel: neither the file nor the radio changes.
+        const QByteArray before = readFile(s.path("current.ymp"));
+        const MemoryChannel twoBefore = s.radio.channel(2);
+        s.dialogs.saveAnswer = false;
+        w->Bouton[5]->click();
+        QCOMPARE(s.dialogs.saveQuestions.size(), 1);
+        QVERIFY(s.dialogs.confirmations.isEmpty());
+        QCOMPARE(readFile(s.path("current.ymp")), before);
+        QCOMPARE(s.radio.channel(2).data.freq10Hz, twoBefore.data.freq10Hz);
+        // Save and upload: the imported list, not the old file, goes into the radio.
+        s.dialogs.saveAnswer = true;
+        s.dialogs.confirmAnswer = true;
+        w->Bouton[5]->click();
+        QVERIFY(!w->uploading());
+        QCOMPARE(s.dialogs.saveQuestions.size(), 2);
+        QVERIFY(readFile(s.path("current.ymp")) != before);
+        QCOMPARE(s.radio.channel(2).data.freq10Hz, 707400);
+        QVERIFY(s.radio.channel(2).masked);
+        // Now the table is the file: no question before the next upload.
+        w->Bouton[5]->click();
+        QCOMPARE(s.dialogs.saveQuestions.size(), 2);
+    }
+
     void import_badInput_oneMessageNamingFileLineAndProblem_tableUntouched_data()
     {
         QTest::addColumn<QByteArray>("bytes");
