@@ -16,6 +16,21 @@ using namespace MemoryWindow;
 // A memory list is a few kilobytes; anything far larger is not one, and is not read whole.
 constexpr qint64 MaxListBytes = 1 << 20;
 
+// Rows listed in the question before an import; the rest are counted.
+constexpr int ListedLosses = 12;
+
+QString lossesText(const QString& path, const QList<MemoryCsv::Loss>& losses)
+{
+    QString text = QStringLiteral("Some channels of \"%1\" cannot be imported as the list has them:\n\n").arg(path);
+    for (qsizetype i = 0; i < losses.size() && i < ListedLosses; ++i)
+        text +=
+            QStringLiteral("Line %1, channel %2: %3.\n").arg(losses[i].line).arg(losses[i].channel).arg(losses[i].what);
+    if (losses.size() > ListedLosses)
+        text += QStringLiteral("... and %1 more.\n").arg(losses.size() - ListedLosses);
+    text += QStringLiteral("\nImport the list anyway? (No leaves the table as it is.)");
+    return text;
+}
+
 // The current memory file's name with the list's suffix, where the dialog starts.
 QString csvBeside(const QString& memFile)
 {
@@ -72,6 +87,10 @@ bool Mem_Frm::ImportCsv(const QString& path)
     const MemoryCsv::Result list = MemoryCsv::read(bytes);
     if (!list.ok())
         return refuse(QStringLiteral("Line %1: %2.").arg(list.line).arg(list.problem));
+    if (!list.losses.isEmpty() && !dialogs_->ask(dialogParent(), ImportCsvErrorTitle, lossesText(path, list.losses))) {
+        qCDebug(lcMemory) << "import declined:" << path << list.losses.size() << "rows not kept as they are";
+        return false;
+    }
     showRecords(list.records);
     return true;
 }

@@ -39,14 +39,15 @@ MemRecord record(const QByteArray& chan, float freq, const QByteArray& mode, flo
 
 const QByteArray header = "Channel,Name,Frequency_kHz,Mode,Clarifier_kHz,Antenna,Masked";
 
-// Reads a list that should fail, and gives line and problem.
-MemoryCsv::Result bad(const QByteArray& bytes)
+// Reads a list that should fail, and gives line and problem; a list accepted fails the test.
+#define bad(bytes) badAt((bytes), __FILE__, __LINE__)
+MemoryCsv::Result badAt(const QByteArray& bytes, const char* file, int line)
 {
     const MemoryCsv::Result r = MemoryCsv::read(bytes);
     if (r.ok())
-        qWarning("read without a problem");
-    if (!r.records.isEmpty())
-        qWarning("records given with a problem");
+        QTest::qFail("the list was read without a problem", file, line);
+    else if (!r.records.isEmpty())
+        QTest::qFail("records given with a problem", file, line);
     return r;
 }
 
@@ -258,7 +259,7 @@ private slots:
         QTest::newRow("PKT FM") << "PKT FM" << QByteArray("PKT FM ") << 11;
         QTest::newRow("CW") << "CW" << QByteArray("CW N   ") << 2;
         QTest::newRow("RTTY") << "RTTY" << QByteArray("RTTY N ") << 8;
-        QTest::newRow("DIG") << "DIG" << QByteArray("RTTY N ") << 8;
+        QTest::newRow("DIG") << "DIG" << QByteArray("PKT LSB") << 10;
         QTest::newRow("PKT") << "PKT" << QByteArray("PKT LSB") << 10;
         QTest::newRow("NFM") << "NFM" << QByteArray("FM     ") << 6;
     }
@@ -307,12 +308,58 @@ private slots:
         QCOMPARE(r.records[0], record(" Net    ", 1423000.0f, "USB    ", 0, "A ", 1, false));
         QCOMPARE(r.records[1], record(" Rep    ", 2962000.0f, "FM     ", 0, "A ", 6, false));
         QCOMPARE(r.records[2], record(" Morse  ", 703000.0f, "CW N   ", 0, "A ", 2, false));
-        QCOMPARE(r.records[3], record(" Ft8    ", 1407400.0f, "RTTY N ", 0, "A ", 8, false));
+        QCOMPARE(r.records[3], record(" Ft8    ", 1407400.0f, "PKT LSB", 0, "A ", 10, false));
         QCOMPARE(r.records[4], record(" Aprs   ", 1014760.0f, "PKT LSB", 0, "A ", 10, false));
         QCOMPARE(r.records[5], record(" Bc     ", 958000.0f, "AM     ", 0, "A ", 4, false));
         QCOMPARE(r.records[6], record(" Low    ", 365000.0f, "LSB    ", 0, "A ", 0, false));
         QCOMPARE(r.records[107], record(" Last   ", 13600.0f, "RTTY N ", 0, "A ", 8, false));
         QCOMPARE(r.records[7], MemRecord{});
+        // The repeater channel's shift and tone cannot be kept, and are named.
+        QCOMPARE(r.losses.size(), 2);
+        QCOMPARE(r.losses[0].line, 3);
+        QCOMPARE(r.losses[0].channel, 2);
+        QCOMPARE(r.losses[0].what, QStringLiteral("the repeater offset - 0.100000 MHz is not kept: the channel would "
+                                                  "transmit on its receive frequency"));
+        QCOMPARE(r.losses[1].what,
+                 QStringLiteral("the tone setting \"Tone\" is not kept: the channel would have no tone"));
+    }
+
+    void exchange_whatAChannelCannotKeep_isNamedRowByRow()
+    {
+        const MemoryCsv::Result r = MemoryCsv::read(
+            "Location,Name,Frequency,Duplex,Offset,Tone,Mode\n"
+            "1,Simplex,14.2,,0.000000,,USB\n"  // nothing lost
+            "2,Zero,29.6,+,0.000000,,FM\n"     // a shift of nothing: simplex
+            "3,Split,29.6,split,29.500000,,FM\n"
+            "4,NoTx,29.6,off,0,,FM\n"
+            "5,Sq,29.6,,0,TSQL,FM\n"
+            "6,Longername,7.1,,0,,LSB\n"
+            "7,Kl\xc3\xa4re,7.1,,0,,LSB\n"
+            "8,\xe2\x98\x85,7.1,,0,,LSB\n");
+        QVERIFY2(r.ok(), qPrintable(r.problem));
+        QStringList got;
+        for (const MemoryCsv::Loss& l : r.losses)
+            got << QStringLiteral("%1/%2: %3").arg(l.line).arg(l.channel).arg(l.what);
+        QCOMPARE(got, (QStringList{
+                          "4/3: the transmit frequency 29.500000 MHz (Duplex split) is not kept: the channel would "
+                          "transmit on its receive frequency",
+                          "5/4: \"transmit off\" (Duplex off) is not kept: the channel could transmit",
+                          "6/5: the tone setting \"TSQL\" is not kept: the channel would have no tone",
+                          "7/6: the name \"Longername\" is cut to \"Longern\" (a channel keeps 7 characters)",
+                          QStringLiteral("8/7: the name \"Kl\u00e4re\" has characters outside ASCII; the channel "
+                                         "keeps \"Kl\u00e4re\""),
+                          QStringLiteral("9/8: the name \"\u2605\" has characters outside ASCII; the channel keeps "
+                                         "\"?\""),
+                      }));
+    }
+
+    void read_ownLayout_namesTooLong_areNamedToo()
+    {
+        const MemoryCsv::Result r = MemoryCsv::read(header + "\r\n1,Eightchr,7074.00,USB,0,A,no\r\n");
+        QVERIFY2(r.ok(), qPrintable(r.problem));
+        QCOMPARE(r.losses.size(), 1);
+        QCOMPARE(r.losses[0].channel, 1);
+        QVERIFY(r.losses[0].what.startsWith(QStringLiteral("the name \"Eightchr\" is cut to \"Eightch\"")));
     }
 
     void exchange_unknownMode()
@@ -360,25 +407,47 @@ private slots:
         QCOMPARE(r.problem, QStringLiteral("unknown mode \"SSB\""));
     }
 
-    void bad_noModeOnAChannelWithAFrequency()
+    void read_noModeWithAFrequency_isAChannelWhoseModeTheTableDoesNotKnow()
     {
-        const MemoryCsv::Result r = bad(header + "\r\n1,A,7074.00,,0,A,no\r\n");
+        // "Get Mem" shows no mode for a mode byte outside the table; its list reads back so.
+        const MemoryCsv::Result r = MemoryCsv::read(header + "\r\n1,A,7074.00,,0,A,no\r\n");
+        QVERIFY2(r.ok(), qPrintable(r.problem));
+        QCOMPARE(r.records[0], record(" A      ", 707400.0f, "       ", 0, "A ", 0, false));
+    }
+
+    void bad_exchange_noModeOnAChannelWithAFrequency()
+    {
+        const MemoryCsv::Result r = bad("Location,Name,Frequency,Mode\n1,A,7.074,\n");
         QCOMPARE(r.line, 2);
         QCOMPARE(r.problem, QStringLiteral("no Mode"));
     }
 
+    void read_frequencyWithTheClarifier_reachesPastTheRadiosEnds()
+    {
+        const MemoryCsv::Result r =
+            MemoryCsv::read(header + "\r\n1,A,9.52,USB,-20.48,A,no\r\n2,B,30020.48,USB,20.48,A,no\r\n");
+        QVERIFY2(r.ok(), qPrintable(r.problem));
+        QCOMPARE(r.records[0].freq, 952.0f);
+        QCOMPARE(r.records[1].freq, 3002048.0f);
+        QCOMPARE(r.records[1].clar, 2048.0f);
+    }
+
     void bad_frequencyBelow30kHz()
     {
-        const MemoryCsv::Result r = bad(header + "\r\n1,A,29.99,USB,0,A,no\r\n");
+        const MemoryCsv::Result r = bad(header + "\r\n1,A,9.51,USB,0,A,no\r\n");
         QCOMPARE(r.line, 2);
-        QCOMPARE(r.problem, QStringLiteral("the frequency 29.99 kHz is outside 0.03-30 MHz"));
+        QCOMPARE(
+            r.problem,
+            QStringLiteral("the frequency 9.51 kHz is outside 0.03-30 MHz (9.52-30020.48 kHz with the clarifier)"));
     }
 
     void bad_frequencyAbove30MHz()
     {
-        const MemoryCsv::Result r = bad(header + "\r\n1,A,30000.01,USB,0,A,no\r\n");
+        const MemoryCsv::Result r = bad(header + "\r\n1,A,30020.49,USB,0,A,no\r\n");
         QCOMPARE(r.line, 2);
-        QCOMPARE(r.problem, QStringLiteral("the frequency 30000.01 kHz is outside 0.03-30 MHz"));
+        QCOMPARE(
+            r.problem,
+            QStringLiteral("the frequency 30020.49 kHz is outside 0.03-30 MHz (9.52-30020.48 kHz with the clarifier)"));
     }
 
     void bad_frequencyNotANumber()
@@ -475,8 +544,8 @@ private slots:
 
     void bad_clarifierOutsideTheRecordsRange()
     {
-        const MemoryCsv::Result r = bad(header + "\r\n1,A,7074.00,USB,20.48,A,no\r\n");
-        QCOMPARE(r.problem, QStringLiteral("the clarifier 20.48 kHz is outside -20.48 to 20.47 kHz"));
+        const MemoryCsv::Result r = bad(header + "\r\n1,A,7074.00,USB,20.49,A,no\r\n");
+        QCOMPARE(r.problem, QStringLiteral("the clarifier 20.49 kHz is outside -20.48 to 20.48 kHz"));
     }
 
     void bad_clarifierNotANumber()
@@ -539,6 +608,47 @@ private slots:
     }
 
     // --- The round trip ---
+
+    void everyRecordTheRadioCanHold_exportsToAListThatImportsToTheSameRecords()
+    {
+        // Every mode byte with and without its second-variant bit, after a channel of each kind (a mode
+        // byte outside the table keeps the one before), at the radio's lowest and highest frequency
+        // and in between, with the clarifier at both ends of its range, every antenna, masked or not.
+        const quint32 counts[] = {30 * 1600, 30000 * 1600, 22652320};
+        const qint16 clars[] = {-32768, 32767, 0, 1, -1};
+        QList<ChannelBytes::Channel> all;
+        for (int mode = 0; mode < 256; ++mode)
+            for (int second = 0; second < 2; ++second)
+                for (const quint32 count : counts)
+                    for (const qint16 clar : clars) {
+                        ChannelBytes::Channel c;
+                        c.mode = mode;
+                        c.second = second != 0;
+                        c.count = count;
+                        c.clar = clar;
+                        c.antenna = (all.size() % 4) << 4;
+                        c.masked = all.size() % 3 == 0;
+                        all << c;
+                    }
+        int lists = 0;
+        for (qsizetype from = 0; from < all.size(); from += 113, ++lists) {
+            QByteArray reply(55, char(0x55));
+            for (int n = 0; n < 113; ++n)
+                reply += ChannelBytes::record(all[(from + n) % all.size()]);
+            const QList<MemoryRow> table = rowsFromReadout(reply);
+            QString error;
+            const std::optional<QList<MemRecord>> records = MemFile::recordsFromRows(table, &error);
+            QVERIFY2(records, qPrintable(error));
+            const MemoryCsv::Result back = MemoryCsv::read(MemoryCsv::write(*records));
+            QVERIFY2(back.ok(),
+                     qPrintable(QStringLiteral("list %1, line %2: %3").arg(lists).arg(back.line).arg(back.problem)));
+            QVERIFY(back.losses.isEmpty());
+            for (int n = 0; n < 113; ++n)
+                QVERIFY2(back.records[n].encode() == (*records)[n].encode(),
+                         qPrintable(QStringLiteral("list %1, channel %2").arg(lists).arg(n + 1)));
+        }
+        QCOMPARE(lists, int((all.size() + 112) / 113));
+    }
 
     void getMemTable_exportImportSave_isByteIdenticalToSavingDirectly()
     {

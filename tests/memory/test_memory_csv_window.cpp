@@ -159,6 +159,33 @@ private slots:
         QVERIFY(!s.radio.channel(108).masked);
     }
 
+    void import_ofChannelsThatCannotBeKept_asksFirst_noLeavesTheTable()
+    {
+        Scene s;
+        auto w = s.open();
+        w->Bouton[4]->click();
+        const QList<MemoryRow> before = w->table().rows();
+        QVERIFY(writeFile(s.path("rep.csv"),
+                          "Location,Name,Frequency,Duplex,Offset,Tone,rToneFreq,Mode\r\n"
+                          "1,Ten,29.620000,-,0.100000,Tone,88.5,FM\r\n"
+                          "2,Ft8,14.074000,,0.000000,,88.5,DIG\r\n"));
+        s.dialogs.fileAnswer = s.path("rep.csv");
+        w->mnu_csv[1]->trigger();  // No, the default
+        QCOMPARE(s.dialogs.questions.size(), 1);
+        QCOMPARE(s.dialogs.questions[0].title, QStringLiteral("Import CSV"));
+        const QString q = s.dialogs.questions[0].text;
+        QVERIFY2(q.contains(QStringLiteral("Line 2, channel 1: the repeater offset - 0.100000 MHz is not kept")),
+                 qPrintable(q));
+        QVERIFY2(q.contains(QStringLiteral("Line 2, channel 1: the tone setting \"Tone\" is not kept")), qPrintable(q));
+        QVERIFY(!q.contains(QStringLiteral("channel 2:")));
+        QCOMPARE(w->table().rows(), before);
+        s.dialogs.yesAnswer = true;
+        w->mnu_csv[1]->trigger();
+        QCOMPARE(s.dialogs.questions.size(), 2);
+        QCOMPARE(w->table().cell(1, MemoryColumn::Freq), QStringLiteral("29,620.00 "));
+        QCOMPARE(w->table().cell(2, MemoryColumn::Mode), QStringLiteral("PKT LSB"));
+    }
+
     void import_thenUpload_asksToSaveTheListFirst_thenWritesItIntoTheRadio()
     {
         Scene s;
@@ -200,7 +227,9 @@ private slots:
         QTest::newRow("unknown mode") << header + "1,A,7074.00,USB,0,A,no\r\n2,B,7074.00,SSB,0,A,no\r\n"
                                       << QStringLiteral("Line 3: unknown mode \"SSB\".");
         QTest::newRow("frequency") << header + "1,A,31000.00,USB,0,A,no\r\n"
-                                   << QStringLiteral("Line 2: the frequency 31000.00 kHz is outside 0.03-30 MHz.");
+                                   << QStringLiteral(
+                                          "Line 2: the frequency 31000.00 kHz is outside 0.03-30 MHz "
+                                          "(9.52-30020.48 kHz with the clarifier).");
         QTest::newRow("channel") << header + "114,A,7074.00,USB,0,A,no\r\n"
                                  << QStringLiteral("Line 2: Channel 114 is outside 1-113.");
         QTest::newRow("duplicate") << header + "5,A,7074.00,USB,0,A,no\r\n5,A,7074.00,USB,0,A,no\r\n"
