@@ -5,6 +5,7 @@
 #include "MemoryCsv.h"
 #include "MemoryLog.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -14,6 +15,13 @@ QString rowError(int channel, const QString& reason)
     return QStringLiteral("Row %1 (%2): %3.").arg(channel).arg(gridChannelName(channel).trimmed(), reason);
 }
 }  // namespace
+
+QString MemFile::defaultPath(const QString& programFolder, const QString& dataFolder)
+{
+    const QFileInfo program(programFolder);
+    const QString folder = program.isDir() && program.isWritable() ? programFolder : dataFolder;
+    return QDir(folder).filePath(DefaultName);
+}
 
 QList<MemRecord> MemFile::recordsFromBytes(const QByteArray& bytes)
 {

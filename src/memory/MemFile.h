@@ -25,6 +25,11 @@ constexpr qint64 CompleteSize = qint64(Records) * MemRecord::Size;  // 3277
 
 inline const QString DefaultName = QStringLiteral("ft1000.ymp");
 
+// Where the memory file lives until the operator picks another: beside the program where its folder
+// may be written (a build or portable folder), otherwise in the user's data folder, since an
+// installed program's folder (/usr/bin) cannot be written.
+QString defaultPath(const QString& programFolder, const QString& dataFolder);
+
 // Records 1..113 from bytes (record n at index n - 1).
 QList<MemRecord> recordsFromBytes(const QByteArray& bytes);
 

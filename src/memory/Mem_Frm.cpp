@@ -16,6 +16,8 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -25,6 +27,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStandardPaths>
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -65,7 +68,11 @@ Mem_Frm::~Mem_Frm()
 
 QString Mem_Frm::defaultFile()
 {
-    return QCoreApplication::applicationDirPath() + u'/' + MemFile::DefaultName;
+    const QString path = MemFile::defaultPath(QCoreApplication::applicationDirPath(),
+                                              QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    // The data folder may not exist yet; a save needs it.
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    return path;
 }
 
 MemoryTableModel& Mem_Frm::table()

@@ -4,6 +4,8 @@
 //
 //   mem_save_child SOURCE TARGET   exit 0 saved, 1 refused (the reason on standard output),
 //                                  3 the rights could not be dropped
+//   mem_save_child --default-file PROGRAM_FOLDER DATA_FOLDER
+//                                  prints where the memory file lives by default
 
 #include "MemFile.h"
 #include "MemRecord.h"
@@ -19,6 +21,13 @@ constexpr uid_t Nobody = 65534;
 int main(int argc, char* argv[])
 {
     QCoreApplication app(argc, argv);
+    if (argc == 4 && QByteArray(argv[1]) == "--default-file") {
+        if (::geteuid() == 0 && (::setgid(Nobody) != 0 || ::setuid(Nobody) != 0 || ::geteuid() == 0))
+            return 3;
+        std::printf("%s\n",
+                    qPrintable(MemFile::defaultPath(QString::fromLocal8Bit(argv[2]), QString::fromLocal8Bit(argv[3]))));
+        return 0;
+    }
     if (argc != 3) {
         std::fprintf(stderr, "usage: mem_save_child SOURCE TARGET\n");
         return 2;

@@ -179,7 +179,7 @@ private slots:
         QCOMPARE(w->pos(), QPoint(Twips::toPixels(1200), Twips::toPixels(3000)));
     }
 
-    void opening_fileNameDefaultsToTheProgramFolder()
+    void opening_fileNameDefaultsToTheProgramFolder_whichABuildMayWrite()
     {
         Scene s;
         auto w = s.open();
