@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The front-panel keys: one handler for the whole key array.
 #include "BandScope.h"
 #include "CatPort.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The request cycle on the link thread: clear, send, sleep, read. Procedures are written against this.
 // It is the one place that decides how long a request waits: in exact mode (the default) the fixed

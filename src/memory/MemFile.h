@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Reading and writing memory files: 113 records of 29 bytes (a complete file is 3277 bytes).
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window: its controls, opening and closing.
 #include "Mem_Frm.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The memory window: one channel of the radio shown in a row of labels, all 113 in a table; reading
 // them from the radio, saving and loading them as a file, and writing a file back into the radio.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's CSV lists: "Export CSV..." and "Import CSV..." of the "File" menu.
 #include "Mem_Frm.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's file actions: the file dialog, loading and saving, the file keys and menu.
 #include "Mem_Frm.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's channel display: the table, the scroll bar, the double click and the read-outs
 // that fill them.
 #include "Mem_Frm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's keys that act on the radio, and the upload of a memory file into it.
 #include "Mem_Frm.h"
 

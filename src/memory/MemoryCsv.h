@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Memory lists as comma-separated values, for spreadsheets and other memory-programming tools.
 //

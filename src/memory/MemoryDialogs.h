@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The memory window's questions to the operator: the upload confirmation, error messages and the file
 // dialog. Behind an interface so that tests answer them without a person.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The memory window's exchanges with the radio, as link-thread jobs: exactly the bytes and waits the
 // radio needs, nothing else on the wire.

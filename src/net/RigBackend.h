@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the network server needs of the radio: a snapshot of its state, read without touching the
 // wire, and setters that queue the radio's own commands. The server answers every get from the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Replacing a file's contents so that a failed write never loses the old contents and is never
 // reported as a success.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What a sharing port needs of the radio: the polled state, read without touching the wire, and
 // setters that queue the radio's own commands.

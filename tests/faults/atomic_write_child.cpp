@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes a memory file, a memory list, the band scope's files or the settings file under a file size
 // limit, so the write fails part-way with EFBIG, as on a full disk. Used by test_atomic_writes, which
 // looks at what is left afterwards. Run by root, it first becomes the unprivileged user "nobody", so

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Nothing lost: a memory file, a memory list, the band scope's files or the settings file whose rewrite
 // fails part-way (the file size limit stands in for a full disk) keeps its previous contents, no
 // half-written file is left beside it, and the failure is reported. In a folder that cannot be

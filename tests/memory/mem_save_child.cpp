@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Saves the records of one memory file into another, as an operator without special rights would:
 // run by root, it first becomes the unprivileged user "nobody", for whom a folder's permissions
 // count. Used by test_mem_file_folders.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Saving a memory file where the folder may or may not be written to: atomic (a new file put in the
 // old one's place) wherever a temporary file can be made beside the target, written in place where
 // only the file itself may be written. The saves run in a child process as an unprivileged user, so

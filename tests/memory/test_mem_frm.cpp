@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window: its controls, opening and closing, the single-channel read and "Get Mem".
 #include "GoldenFile.h"
 #include "MemFrmScene.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's keys that act on the radio, the upload, and closing while an upload runs.
 #include "GoldenFile.h"
 #include "MemFile.h"

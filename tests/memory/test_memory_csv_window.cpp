@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's "Export CSV..." and "Import CSV...", with the virtual radio's model answering
 // the window's requests on a fake port.
 #include "FakeConsoleHost.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window against the virtual radio on a pseudo-terminal, through the real serial adapter
 // and the threaded radio link: read all channels, save them, change the radio, upload the file, and
 // the radio holds the file's channels again.

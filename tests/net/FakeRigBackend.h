@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A radio for the server's tests: a snapshot the test arranges and a list of every set it was given.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Rewriting a file in place when the write fails part-way: the overwritten part goes back, and when
 // that fails too the result says exactly what the file now holds. A buffer that refuses writes after
 // a budget of bytes stands in for a disk that fills up or fails.

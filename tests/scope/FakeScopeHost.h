@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A stand-in for the main window around the band scope: a radio link (inline on a fake port and
 // fake clock, or threaded on any port), and everything the scope shows or asks as plain fields.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The band scope's CSV files: a sweep's samples by frequency, an S-record's readings by time, the
 // files' names beside the picture.
 

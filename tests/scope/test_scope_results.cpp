@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The band scope's results on the offscreen platform, on an inline link with a fake port and clock:
 // the waterfall under the plot (its toggle, its rows as sweeps finish, newest on top) and
 // "Save Plot..." (the PNG, the CSV files beside it, a folder that cannot be written).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The band scope frame of the main window (Frame(1)): span and resolution lists, scan modes, the
 // receiver choice, the centre frequency, the plot keys and the plot itself.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The band scope's results: the waterfall of the finished passes under the plot, and "Save Plot...",
 // which writes the picture as PNG and the last sweep's and S-record's samples as CSV beside it.
 #include "BandScope.h"

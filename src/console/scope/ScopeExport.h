@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The band scope's results as CSV for a spreadsheet: the last sweep's samples by frequency, an
 // S-record's readings by time, each with the meter's raw byte and its reading in S-units. Plain

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The band scope's sweep, apart from its widgets: passes over the plan run on the link thread one
 // after another while the scope asks for another, each with the poll off, and "Cancel" stops the
