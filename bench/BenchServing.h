@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the benchmarks that drive the network server share: a percentile of a sample, and serving the
 // main thread's event loop while a client thread works or for a stretch of time.

@@ -1,8 +1,6 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The Debian package: `cpack -G DEB` in the build folder. The Qt libraries it needs are found by
 # dpkg-shlibdeps from what the executables link, so the dependencies follow the Qt actually used.
-
-set(FT_PACKAGE_MAINTAINER "ft1000cat developers <maintainer@ft1000cat.invalid>"
-    CACHE STRING "The Debian package's Maintainer field")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME ft1000cat)

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Regenerates the README's pictures under docs/ from the program's windows on its virtual radio
 # (Qt's offscreen platform: no display needed). Takes about a minute: a band-scope sweep and a
 # read-out of every memory channel run in real time.

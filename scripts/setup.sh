@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Installs what the build and the tests need from Debian's packages, when it is missing.
 set -euo pipefail
 # librsvg2-bin renders the icon to PNG at build time.

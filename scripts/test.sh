@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds everything and runs every test through CTest; then the plain-logic libraries and their tests
 # again with the address and undefined-behaviour sanitizers; then the fuzz targets for a bounded time
 # each; then the link thread's tests and the poll against the misbehaving radio under the thread
@@ -7,9 +8,10 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 # clang for the fuzz targets; hamlib's rigctl client drives the network server in its integration test;
 # the desktop checks validate the menu entry, the AppStream file and the manual pages with the
-# platform's own tools and build the Debian package (dpkg-shlibdeps finds its dependencies).
+# platform's own tools and build the Debian package (dpkg-shlibdeps finds its dependencies), which
+# lintian checks.
 bash scripts/setup.sh clang libclang-rt-14-dev libhamlib-utils desktop-file-utils appstream man-db groff-base \
-    dpkg-dev
+    dpkg-dev lintian
 jobs=2
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
 cmake --build build --parallel $jobs

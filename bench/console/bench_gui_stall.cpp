@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How still the main window's event loop stays while it polls the virtual radio: a 1 ms timer
 // measures how late each of its ticks comes; the process's CPU time and resident memory are printed
 // at the end. Usage: bench_gui_stall [seconds] (default 30).

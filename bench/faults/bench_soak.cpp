@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Soak: the main window's poll (status, meters, flags, decoded on the window's thread) against the
 // virtual radio with random faults of every kind switched on, seeded, for a given time, with the port
 // watch bringing the radio back after each close. The poller runs in a child process, so a crash is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // bench_fastlink: the exact and the fast link side by side, against the virtual radio on a
 // pseudo-terminal with the real serial adapter and clock, with replies starting at once and 30 ms late.
 // Prints per mode: one full poll (status, meters, flags: median, p99), polls per second on the 250 ms

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // bench_poll: the status poll against the virtual radio over a pseudo-terminal, with the real serial
 // adapter and the real clock. Prints the wall time of one Get_Status32 + GetFlags against what the
 // radio's protocol makes it cost: the fixed waits, and the time the bytes take on a 4800 baud line.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Times a full memory read-out and an upload of 108 channels through the memory window, against the
 // virtual radio at 4800 baud, and sets them beside what the line and the fixed waits alone need. A
 // 1 ms timer on the GUI thread measures the longest the window went without handling events.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // bench_rigctl: how fast the network server answers with the poll running on the virtual radio.
 // Prints: the latency of "f" (median, p99), the time from "F" until the virtual radio holds the new
 // frequency (median, p99), and the poll rate with no clients and with 4 clients each sending 10

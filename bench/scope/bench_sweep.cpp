@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A full-width sweep against the virtual radio over its pseudo-terminal: 5000 kHz at 100 kHz
 // (51 samples) with the real serial adapter on the threaded link. Prints the total and per-sample
 // time, the overhead over the fixed waits (the time on the line passes inside them),
@@ -39,6 +40,7 @@ public:
     }
     SettingsStore& settings() override { return store; }
     QString askPlotFile(const QString&) override { return {}; }
+    bool confirmPlotFiles(const QString&, const QString&) override { return false; }
     void showScopeError(const QString&, const QString&) override {}
     BandScope* scope = nullptr;
     MemorySettingsStore store;

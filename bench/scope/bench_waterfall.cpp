@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The waterfall's paint time on the offscreen platform: a strip as wide as a large scope (1200
 // pixels) under a 100 kHz plot at 0.1 kHz (1001 samples a row), with a full history of 100 rows.
 // Prints, per finished sweep, the time to add the row (scroll the image, paint the new line) and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // bench_sharing: the three front doors at once against the virtual radio on a pseudo-terminal, with
 // the real serial adapter and clock and the 250 ms poll: a network client, a text-port client and a
 // native-port client, each on a thread of its own reading as fast as it can; then a fourth client

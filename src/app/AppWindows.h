@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The windows the main window opens: the memory window, the navigator, the EDSP dialog, the filter
 // window and the About box. Each is created when first needed and again after it was closed, so

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The fast link beside the main window: the Setup menu's "Fast Link" item and its stored choice, the
 // run's own --fast-link, and the polls per second in the status bar.

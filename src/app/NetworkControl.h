@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The network server beside the main window: started from the settings or the command line,
 // switched from the Setup menu, fed by every poll, shown in the status bar.

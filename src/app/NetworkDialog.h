@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // "Network Control": switches the rigctld server on or off and sets where it listens.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The sharing ports beside the main window: opened as the settings say or for the run's own
 // --share, switched from Setup > "Sharing Ports...", each shown in the status bar with the count of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // "Sharing Ports": switches the native and the text port on or off, and shows where a client finds
 // each, with a button that copies the path for pasting into the client's settings.

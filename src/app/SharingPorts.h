@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The sharing ports as the program's wiring handles them: each kind of port behind one small face,
 // so the control opens, closes and shows them alike.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program: the radio link on its thread, the main window, and what the command line asks for.
 #include "AppIcon.h"
 #include "AppOptions.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The serial port dialog ("Configuration"): which port talks to the radio and its line settings.
 // It works on the radio link's port: it closes the port while it is up, applies the choice, reopens

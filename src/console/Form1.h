@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The main window: the radio's front panel on screen. It owns no port: every exchange with the
 // radio is a job on the radio link, whose results come back here to be painted.
@@ -133,6 +134,7 @@ public:
     bool dualShown() const override;
     void pressKey(int index) override { Key_Click(index); }
     QString askPlotFile(const QString& suggested) override;
+    bool confirmPlotFiles(const QString& title, const QString& text) override;
     void showScopeError(const QString& title, const QString& text) override;
 
 signals:

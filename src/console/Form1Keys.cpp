@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The front-panel keys: one handler for the whole key array.
 #include "BandScope.h"
 #include "CatPort.h"
@@ -199,11 +200,16 @@ void Form1::toggleScope()
 
 QString Form1::askPlotFile(const QString& suggested)
 {
-    QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save Plot"), suggested,
-                                                QStringLiteral("PNG pictures (*.png)"));
-    if (!path.isEmpty() && !path.endsWith(QStringLiteral(".png"), Qt::CaseInsensitive))
-        path += QStringLiteral(".png");
-    return path;
+    // The scope asks once, after the suffix is added, about every file the save would replace.
+    return QFileDialog::getSaveFileName(this, QStringLiteral("Save Plot"), suggested,
+                                        QStringLiteral("PNG pictures (*.png)"), nullptr,
+                                        QFileDialog::DontConfirmOverwrite);
+}
+
+bool Form1::confirmPlotFiles(const QString& title, const QString& text)
+{
+    return prompts_.message(this, QMessageBox::Question, title, text, QMessageBox::Save | QMessageBox::Cancel) ==
+           QMessageBox::Save;
 }
 
 void Form1::showScopeError(const QString& title, const QString& text)

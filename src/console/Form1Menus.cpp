@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The menu bar: File, Rx EDSP, Tx EDSP, the layout switch, Setup and Help.
 #include "CatPort.h"
 #include "Form1.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The meters: both S-meters, the chosen transmit meter and the CW pitch.
 #include "Form1.h"
 #include "LevelGauge.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Painting what the status poll brought back: frequencies, clarifiers, modes, shifts, flags.
 #include "FlagsDecoder.h"
 #include "Form1.h"

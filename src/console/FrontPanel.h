@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The front panel's decisions without a widget: key captions, what a key sends given what the
 // indicators show, the Large/Small layouts and the memory number typed for "A > M".

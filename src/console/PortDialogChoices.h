@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The port dialog's reading of a line settings text into its choices, and the text it builds back.
 

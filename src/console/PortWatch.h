@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Brings a lost radio back. When the serial device goes away under the open port (a USB adapter
 // pulled, a pseudo-terminal closed), the port is closed cleanly and deviceLost() tells the window,

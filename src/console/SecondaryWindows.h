@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The windows the main window opens or drives. The main window knows them only through this
 // interface; the application supplies the real windows.

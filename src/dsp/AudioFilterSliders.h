@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The audio filter sliders of the EDSP dialog: low-pass cut HScroll1(0), high-pass cut HScroll1(1)
 // and the passband position HScroll1(3), which moves both cuts together. Positions count 20 Hz steps.

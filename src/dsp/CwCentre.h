@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The CW filter centre slider HScroll2 (steps of 10 Hz) and the two numbers that go with it.
 // The slider sends nothing until the "AF Filters" tab has been visited once, which also keeps its

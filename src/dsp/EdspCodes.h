@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The EDSP function codes (fourth byte of instruction 0x75), the main window's EDSP menu items and
 // keys the dialog keeps in step, and their colours.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The 36 option buttons of the EDSP dialog: caption, frame, and what a click sends and changes.
 // The index alone decides the action.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The controls of the EDSP dialog, with the indices of their control arrays, and the four pages
 // that hold them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The IF filter window without widgets: the buttons of each receiver, the command each sends, which
 // buttons the status byte lights, and the menu of optional filters that gates six of them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The IF filter window: one button per IF filter of the main receiver (" VFO-A ") and the sub
 // receiver (" VFO-B "), a menu of the optional filters fitted in the radio, and lamps that show

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Picture1 of the EDSP dialog: the audio passband as a strip, with the two cut-away parts drawn as
 // bars: Label2(0) from the left edge up to the high-pass cut, Label2(1) from the low-pass cut to the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The EDSP settings dialog. Every choice goes to the radio at once, one job a click; nothing is
 // applied on OK and nothing is stored. It keeps the main window's EDSP menu marks and the Notch and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The radio's CAT frame: four parameter bytes then the instruction byte, written in one piece.
 

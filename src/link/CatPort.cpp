@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "CatPort.h"
 
 #include "Clock.h"
@@ -10,6 +11,11 @@
 bool CatPort::isOpen() const
 {
     return port_.isOpen();
+}
+
+bool CatPort::failed() const
+{
+    return port_.failed();
 }
 
 void CatPort::clear()

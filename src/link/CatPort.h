@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The request cycle on the link thread: clear, send, sleep, read. Procedures are written against this.
 // It is the one place that decides how long a request waits: in exact mode (the default) the fixed
@@ -17,6 +18,8 @@ public:
     CatPort(SerialPort& port, Clock& clock) : port_(port), clock_(clock) {}
 
     bool isOpen() const;
+    // The device went away under the open port (an adapter pulled): what is sent goes nowhere.
+    bool failed() const;
     void clear();  // read and discard whatever has arrived
     void send(const CatCommand& command);
     void sendRaw(const QByteArray& bytes);
@@ -27,8 +30,7 @@ public:
     // send + wait for the reply + read; with clearFirst the stale bytes are dropped first.
     // waitingCount, when given, receives the count of bytes waiting when the wait ended (the flags
     // decode checks it).
-    QByteArray request(const CatCommand& command, int waitMs, bool clearFirst = false,
-                       int* waitingCount = nullptr);
+    QByteArray request(const CatCommand& command, int waitMs, bool clearFirst = false, int* waitingCount = nullptr);
 
     // Fast link: a request with a reply of known length returns as soon as that many bytes are there.
     // Set from any thread; it applies from the next request on.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The six status-flag bytes: split, dual, transmit, VFO/memory, tuner, locks, muting and the model.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "LinkLog.h"
 
 Q_LOGGING_CATEGORY(lcLink, "link", QtWarningMsg)

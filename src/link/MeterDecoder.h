@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Meter readings: gauge percentages, the raw-value line and the CW pitch.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Number patterns of the displays: "###,##0.#0 " (kHz with thousands separators and two decimals, then
 // a blank), "#0.#0 ", "  .##0.#0 " (the radio's own MHz.kHz.10Hz display) and the like.

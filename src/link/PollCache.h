@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The poll's latest replies, byte for byte as the radio gave them, so that a sharing port can answer
 // the reads the poll already makes without touching the wire.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // How often the poll completes: the figure the status bar shows while polling ("4.1 polls/s").
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Port numbers of the settings ("Com:" 0 = none, 1-8 the numbered ports) and the devices they name on
 // this platform, plus the serial devices present and a device path kept beside them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The radio link's procedures, run on the link thread: exactly the bytes and waits the radio needs.
 

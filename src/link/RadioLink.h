@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The one owner of the serial port. Windows post jobs; the link runs them one at a time, in order,
 // on its own thread (or inline on the caller's thread in tests), and jobs hand results back with

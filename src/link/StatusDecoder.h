@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Decoding of the 32-byte status record (VFO-A in bytes 1-16, VFO-B in bytes 17-32).
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Marks for the thread sanitizer where Qt's event queue hands work from one thread to another. Qt is
 // not built with the sanitizer, so the mutex under which it passes a queued call is invisible to it:

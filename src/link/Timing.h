@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The one place that decides time on the link: every fixed wait the radio needs, the length of each
 // reply the program asks for, and how long a fast-link wait may block before it looks at the clock.

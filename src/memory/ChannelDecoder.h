@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The radio's 16-byte memory channel record, as the single-channel display and the table show it.
 // Within the record (bytes 0-15): byte 0 bit 7 masked; 1-4 frequency, a big-endian count of 1/1600 kHz;

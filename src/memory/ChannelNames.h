@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Names of the radio's 113 memory channels: 1-99 regular, 100-108 the nine "P" channels, 109-113 the
 // five quick memory bank channels.

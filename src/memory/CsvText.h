@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Comma-separated values as RFC 4180 writes them: fields separated by commas, records by line ends
 // (CRLF written; CRLF, LF or a lone CR read), a field in double quotes when it holds a comma, a

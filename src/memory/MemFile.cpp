@@ -1,11 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "MemFile.h"
 
 #include "ChannelNames.h"
+#include "FileReplace.h"
+#include "MemoryCsv.h"
 #include "MemoryLog.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace {
 QString rowError(int channel, const QString& reason)
@@ -13,6 +16,13 @@ QString rowError(int channel, const QString& reason)
     return QStringLiteral("Row %1 (%2): %3.").arg(channel).arg(gridChannelName(channel).trimmed(), reason);
 }
 }  // namespace
+
+QString MemFile::defaultPath(const QString& programFolder, const QString& dataFolder)
+{
+    const QFileInfo program(programFolder);
+    const QString folder = program.isDir() && program.isWritable() ? programFolder : dataFolder;
+    return QDir(folder).filePath(DefaultName);
+}
 
 QList<MemRecord> MemFile::recordsFromBytes(const QByteArray& bytes)
 {
@@ -74,7 +84,7 @@ bool MemFile::save(const QString& path, const QList<MemoryRow>& rows, QString* e
         QFile old(path);
         if (!old.open(QIODevice::ReadOnly) || !old.seek(CompleteSize)) {
             if (error)
-                *error = old.errorString();
+                *error = old.errorString() + QStringLiteral(". The file was left as it was.");
             return false;
         }
         tail = old.readAll();
@@ -83,38 +93,41 @@ bool MemFile::save(const QString& path, const QList<MemoryRow>& rows, QString* e
     // Every row is turned into its record before the file is touched, so a row that cannot be written
     // leaves the old file as it was, whichever way the file is then written.
     const std::optional<QList<MemRecord>> records = recordsFromRows(rows, error);
-    if (!records)
+    if (!records) {
+        if (error)
+            *error += QStringLiteral(" The file was left as it was.");
         return false;
+    }
     QByteArray bytes;
     bytes.reserve(CompleteSize + tail.size());
     for (const MemRecord& r : *records)
         bytes += r.encode();
     bytes += tail;
 
-    QSaveFile file(path);
-    // The default file lies in the program's own folder, which an operator may not be allowed to
-    // write to while the file itself may be written: there the records are written into the file in
-    // place, since no temporary file can be made beside it. Everywhere else the save stays atomic.
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly)) {
+    const FileReplace::Result written = FileReplace::write(path, bytes);
+    if (!written.ok) {
         if (error)
-            *error = file.errorString();
-        return false;
-    }
-    file.write(bytes);  // a failure shows in flush() or commit()
-    // Flushed here, not left to commit(): a write that fails while the last buffer goes out (a full
-    // disk) is not seen by commit(), which would then put the cut-short file in place of the old one.
-    if (!file.flush()) {
-        if (error)
-            *error = file.errorString();
-        file.cancelWriting();
-        return false;
-    }
-    if (!file.commit()) {
-        if (error)
-            *error = file.errorString();
+            *error = written.message();
         return false;
     }
     qCDebug(lcMemory) << "saved" << path;
+    return true;
+}
+
+bool MemFile::exportCsv(const QString& path, const QList<MemoryRow>& rows, QString* error)
+{
+    const std::optional<QList<MemRecord>> records = recordsFromRows(rows, error);
+    if (!records) {
+        if (error)
+            *error += QStringLiteral(" Nothing was written.");
+        return false;
+    }
+    const FileReplace::Result written = FileReplace::write(path, MemoryCsv::write(*records));
+    if (!written.ok) {
+        if (error)
+            *error = written.message();
+        return false;
+    }
+    qCDebug(lcMemory) << "exported" << path;
     return true;
 }

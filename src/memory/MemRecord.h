@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // One 29-byte record of a memory file (".ymp"): no header, no padding, little-endian numbers,
 // single-byte text. Record n lies at byte (n - 1) x 29 and holds channel n.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window: its controls, opening and closing.
 #include "Mem_Frm.h"
 
@@ -16,6 +17,8 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -25,6 +28,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStandardPaths>
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -65,7 +69,11 @@ Mem_Frm::~Mem_Frm()
 
 QString Mem_Frm::defaultFile()
 {
-    return QCoreApplication::applicationDirPath() + u'/' + MemFile::DefaultName;
+    const QString path = MemFile::defaultPath(QCoreApplication::applicationDirPath(),
+                                              QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    // The data folder may not exist yet; a save needs it.
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    return path;
 }
 
 MemoryTableModel& Mem_Frm::table()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The memory window: one channel of the radio shown in a row of labels, all 113 in a table; reading
 // them from the radio, saving and loading them as a file, and writing a file back into the radio.
@@ -54,6 +55,7 @@ inline const QString UnmaskCaption = QStringLiteral("Un-Mask");
 inline const QString ErrorTitle = QStringLiteral("Error");
 inline const QString StopUploadText = QStringLiteral("Stop the upload? The radio's memory will be partly written.");
 inline const QString UploadStoppedTitle = QStringLiteral("Upload stopped");
+inline const QString SaveAndUpload = QStringLiteral("Save and upload");
 inline const QString ExportCsvCaption = QStringLiteral("Export CSV...");
 inline const QString ImportCsvCaption = QStringLiteral("Import CSV...");
 inline const QString CsvFilter = QStringLiteral("CSV Files (*.csv)|*.csv|All Files (*.*)|*.*");
@@ -148,7 +150,9 @@ private:
     void mnu_csv_Click(int index);
     void showRecords(const QList<MemRecord>& records);
 
-    void showOneChannel(const std::optional<QByteArray>& reply);
+    void showOneChannel(const std::optional<QByteArray>& reply, int channel);
+    void updateMaskKey();
+    bool tableDiffersFromFile() const;
     void showAllChannels(const std::optional<QByteArray>& reply);
     void showDecode(const ChannelDecode& d);
     void colourLabels(quint32 bgr);
@@ -174,6 +178,7 @@ private:
     int gridRow_ = 0;
     ChannelMode mode_;
     bool uploading_ = false;
+    int maskCaptionFor_ = 0;  // the channel whose read set the Mask key's caption; 0 none
     bool readingAll_ = false;
     bool mouseDriven_[2] = {false, false};
     // What a close asked for during an upload happens once the upload has stopped.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's CSV lists: "Export CSV..." and "Import CSV..." of the "File" menu.
 #include "Mem_Frm.h"
 
@@ -9,13 +10,27 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace {
 using namespace MemoryWindow;
 
 // A memory list is a few kilobytes; anything far larger is not one, and is not read whole.
 constexpr qint64 MaxListBytes = 1 << 20;
+
+// Rows listed in the question before an import; the rest are counted.
+constexpr int ListedLosses = 12;
+
+QString lossesText(const QString& path, const QList<MemoryCsv::Loss>& losses)
+{
+    QString text = QStringLiteral("Some channels of \"%1\" cannot be imported as the list has them:\n\n").arg(path);
+    for (qsizetype i = 0; i < losses.size() && i < ListedLosses; ++i)
+        text +=
+            QStringLiteral("Line %1, channel %2: %3.\n").arg(losses[i].line).arg(losses[i].channel).arg(losses[i].what);
+    if (losses.size() > ListedLosses)
+        text += QStringLiteral("... and %1 more.\n").arg(losses.size() - ListedLosses);
+    text += QStringLiteral("\nImport the list anyway? (No leaves the table as it is.)");
+    return text;
+}
 
 // The current memory file's name with the list's suffix, where the dialog starts.
 QString csvBeside(const QString& memFile)
@@ -46,15 +61,8 @@ void Mem_Frm::mnu_csv_Click(int index)
 bool Mem_Frm::ExportCsv(const QString& path)
 {
     QString error;
-    const std::optional<QList<MemRecord>> records = MemFile::recordsFromRows(model_->rows(), &error);
-    if (records) {
-        QSaveFile file(path);
-        if (file.open(QIODevice::WriteOnly) && file.write(MemoryCsv::write(*records)) >= 0 && file.commit()) {
-            qCDebug(lcMemory) << "exported" << path;
-            return true;
-        }
-        error = file.errorString();
-    }
+    if (MemFile::exportCsv(path, model_->rows(), &error))
+        return true;
     qCWarning(lcMemory) << "export failed:" << path << error;
     dialogs_->error(dialogParent(), ExportCsvErrorTitle,
                     QStringLiteral("Could not export the memory list to \"%1\".\n%2").arg(path, error));
@@ -80,6 +88,10 @@ bool Mem_Frm::ImportCsv(const QString& path)
     const MemoryCsv::Result list = MemoryCsv::read(bytes);
     if (!list.ok())
         return refuse(QStringLiteral("Line %1: %2.").arg(list.line).arg(list.problem));
+    if (!list.losses.isEmpty() && !dialogs_->ask(dialogParent(), ImportCsvErrorTitle, lossesText(path, list.losses))) {
+        qCDebug(lcMemory) << "import declined:" << path << list.losses.size() << "rows not kept as they are";
+        return false;
+    }
     showRecords(list.records);
     return true;
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's file actions: the file dialog, loading and saving, the file keys and menu.
 #include "Mem_Frm.h"
 
@@ -9,9 +10,19 @@
 #include "MemoryPanel.h"
 
 #include <QAction>
+#include <QFileInfo>
 
 namespace {
 using namespace MemoryWindow;
+
+QList<MemoryRow> rowsOf(const QList<MemRecord>& records)
+{
+    QList<MemoryRow> rows;
+    rows.reserve(records.size());
+    for (const MemRecord& r : records)
+        rows.append(rowFromRecord(r));
+    return rows;
+}
 }  // namespace
 
 void Mem_Frm::enableSaveMenu()
@@ -77,8 +88,7 @@ bool Mem_Frm::SaveMemFile(Report report)
         qCWarning(lcMemory) << "save failed:" << currentFile_ << error;
         if (report == Report::Message)
             dialogs_->error(dialogParent(), ErrorTitle,
-                            QStringLiteral("Could not save the memory file \"%1\".\n%2\nThe file was left as it was.")
-                                .arg(currentFile_, error));
+                            QStringLiteral("Could not save the memory file \"%1\".\n%2").arg(currentFile_, error));
         return false;
     }
     return true;
@@ -119,4 +129,22 @@ void Mem_Frm::mnu_file_Click(int index)
         default:
             break;
     }
+}
+
+bool Mem_Frm::tableDiffersFromFile() const
+{
+    // Compared as a save would write the table and as a load would show the file, so that what only
+    // a save changes (a Masked of 1, blanks) does not count.
+    QString error;
+    const std::optional<QList<MemRecord>> table = MemFile::recordsFromRows(model_->rows(), &error);
+    QList<MemRecord> file;
+    if (!table || !MemFile::load(currentFile_, &file, &error) || !QFileInfo::exists(currentFile_))
+        return true;
+    const std::optional<QList<MemRecord>> fileAsShown = MemFile::recordsFromRows(rowsOf(file), &error);
+    if (!fileAsShown)
+        return true;
+    for (qsizetype i = 0; i < table->size(); ++i)
+        if ((*table)[i].encode() != (*fileAsShown)[i].encode())
+            return true;
+    return false;
 }

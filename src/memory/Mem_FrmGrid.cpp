@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's channel display: the table, the scroll bar, the double click and the read-outs
 // that fill them.
 #include "Mem_Frm.h"
@@ -110,11 +111,13 @@ void Mem_Frm::ReadMemory(int mode)
     RadioLink* link = &host_.link();
     if (mode == 0) {
         const int channel = HScroll1->value();
+        maskCaptionFor_ = 0;  // the key waits for this read
+        updateMaskKey();
         link->post([link, self, channel](CatPort& port) {
             const std::optional<QByteArray> reply = readOneChannel(port, channel);
-            link->deliver(self.data(), [self, reply] {
+            link->deliver(self.data(), [self, reply, channel] {
                 if (self)
-                    self->showOneChannel(reply);
+                    self->showOneChannel(reply, channel);
             });
         });
         return;
@@ -143,7 +146,7 @@ void Mem_Frm::readoutTick()
     Progress->setValue(static_cast<int>(std::min<qint64>(percent, 99)));
 }
 
-void Mem_Frm::showOneChannel(const std::optional<QByteArray>& reply)
+void Mem_Frm::showOneChannel(const std::optional<QByteArray>& reply, int channel)
 {
     if (!reply)
         return;  // the port is closed
@@ -159,6 +162,13 @@ void Mem_Frm::showOneChannel(const std::optional<QByteArray>& reply)
     showDecode(d);
     if (gridRow_ >= 1)
         model_->setColour(gridRow_, MemoryColour::of(d.masked));
+    maskCaptionFor_ = channel;
+    updateMaskKey();
+}
+
+void Mem_Frm::updateMaskKey()
+{
+    Bouton[MemoryKey::Mask]->setEnabled(!uploading_ && maskCaptionFor_ == HScroll1->value());
 }
 
 void Mem_Frm::showAllChannels(const std::optional<QByteArray>& reply)
@@ -176,6 +186,10 @@ void Mem_Frm::showAllChannels(const std::optional<QByteArray>& reply)
     }
     ChannelMode mode = mode_;
     const QList<DecodedChannel> channels = decodeAllChannels(*reply, &mode);
+    if (!channels.isEmpty()) {
+        maskCaptionFor_ = 0;  // the caption is the last channel's now; the read that follows corrects it
+        updateMaskKey();
+    }
     for (const DecodedChannel& c : channels) {
         showDecode(c.decode);
         gridRow_ = c.channel;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's keys that act on the radio, and the upload of a memory file into it.
 #include "Mem_Frm.h"
 
@@ -16,6 +17,34 @@
 
 namespace {
 using namespace MemoryWindow;
+
+const QString PortClosedText =
+    QStringLiteral("The radio's port is closed: nothing was uploaded. Open the port (Setup > Com Port) first.");
+
+QString saveFirstText(const QString& file)
+{
+    return QStringLiteral(
+               "The table differs from the memory file \"%1\", and the upload writes that file into "
+               "the radio.\n\nSave the table to the file first, so that the radio gets this list?")
+        .arg(file);
+}
+
+QString portLostText(const UploadResult& r)
+{
+    QString text = QStringLiteral("The radio's port failed during the upload, which stopped there.\n");
+    if (r.channelsWritten >= 1)
+        text += QStringLiteral("The last channel written is %1 (%2).")
+                    .arg(r.channelsWritten)
+                    .arg(gridChannelName(r.channelsWritten).trimmed());
+    else
+        text += QStringLiteral("No channel was written.");
+    if (r.failedDuring >= 1)
+        text += QStringLiteral(" Channel %1 (%2) may be partly written.")
+                    .arg(r.failedDuring)
+                    .arg(gridChannelName(r.failedDuring).trimmed());
+    text += QStringLiteral(" The channels after it keep what the radio held; upload again once the radio is back.");
+    return text;
+}
 
 QString stoppedText(int lastWritten)
 {
@@ -95,6 +124,18 @@ void Mem_Frm::Bouton_Click(int index)
             ReadMemory(0);
             break;
         case MemoryKey::Upload:
+            if (!host_.portOpen()) {
+                dialogs_->error(dialogParent(), ErrorTitle, PortClosedText);
+                break;
+            }
+            // The upload writes the file into the radio: a table that differs from it (imported,
+            // read from the radio, changed) is saved first, so that "this list" is what the radio gets.
+            if (tableDiffersFromFile()) {
+                if (!dialogs_->saveBeforeUpload(dialogParent(), UploadTitle, saveFirstText(currentFile_)))
+                    break;
+                if (!SaveMemFile(Report::Message))
+                    break;
+            }
             if (dialogs_->confirm(this, UploadTitle, UploadText))
                 UploadMemory();
             break;
@@ -113,8 +154,10 @@ void Mem_Frm::setRadioKeysEnabled(bool on)
 {
     for (int i = MemoryKey::MemoryToA; i <= MemoryKey::Upload; ++i)
         Bouton[i]->setEnabled(on);
-    if (on)
+    if (on) {
         Bouton[MemoryKey::GetMem]->setEnabled(!readingAll_);
+        updateMaskKey();
+    }
     HScroll1->setEnabled(on);
 }
 
@@ -122,6 +165,10 @@ void Mem_Frm::UploadMemory()
 {
     if (uploading_)
         return;
+    if (!host_.portOpen()) {
+        dialogs_->error(dialogParent(), ErrorTitle, PortClosedText);
+        return;
+    }
     uploading_ = true;
     host_.setPollEnabled(false);
     Progress->setValue(0);
@@ -166,7 +213,11 @@ void Mem_Frm::finishUpload(const std::shared_ptr<UploadRun>& run)
     uploading_ = false;
     Progress->setVisible(readingAll_);
     setRadioKeysEnabled(true);
-    if (!result.fileError.isEmpty()) {
+    if (!result.ran) {
+        dialogs_->error(dialogParent(), ErrorTitle, PortClosedText);
+    } else if (result.portLost) {
+        dialogs_->error(dialogParent(), UploadStoppedTitle, portLostText(result));
+    } else if (!result.fileError.isEmpty()) {
         dialogs_->error(dialogParent(), ErrorTitle,
                         QStringLiteral("Could not read the memory file \"%1\".\n%2\nNo channel was written.")
                             .arg(currentFile_, result.fileError));

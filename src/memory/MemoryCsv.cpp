@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "MemoryCsv.h"
 
 #include "ChannelDecoder.h"
@@ -20,13 +21,16 @@ const QString MaskedCol = QStringLiteral("Masked");
 // The channel-exchange layout's own columns (with Mode and Name).
 const QString LocationCol = QStringLiteral("Location");
 const QString FreqMHzCol = QStringLiteral("Frequency");
+const QString DuplexCol = QStringLiteral("Duplex");
+const QString OffsetCol = QStringLiteral("Offset");
+const QString ToneCol = QStringLiteral("Tone");
 
 const QString Yes = QStringLiteral("yes");
 const QString No = QStringLiteral("no");
 
 constexpr double TenHzPerKHz = 100.0;
 constexpr double KHzPerMHz = 1000.0;
-constexpr double ClarLimitKHz = 20.48;  // the record's 16-bit count of 1/1600 kHz
+constexpr double ClarLimitKHz = MemoryCsv::ClarLimitKHz;
 
 // Mode names of the exchange layout, and short forms spreadsheets use, as the table's captions.
 struct ModeAlias {
@@ -35,7 +39,7 @@ struct ModeAlias {
 };
 constexpr ModeAlias modeAliases[] = {
     {"NFM", "FM"},      {"NAM", "AM"},      {"CW", "CW N"},        {"NCW", "CW N"},    {"CWR", "CW R"},
-    {"NCWR", "CW R"},   {"RTTY", "RTTY N"}, {"DIG", "RTTY N"},     {"FSK", "RTTY N"},  {"RTTYR", "RTTY R"},
+    {"NCWR", "CW R"},   {"RTTY", "RTTY N"}, {"DIG", "PKT LSB"},    {"FSK", "RTTY N"},  {"RTTYR", "RTTY R"},
     {"FSKR", "RTTY R"}, {"PKT", "PKT LSB"}, {"PACKET", "PKT LSB"}, {"AMS", "AM Sync"},
 };
 
@@ -63,6 +67,7 @@ std::optional<double> numberOf(const QString& text)
 struct Layout {
     bool exchange = false;
     int channel = -1, name = -1, freq = -1, mode = -1, clar = -1, ant = -1, masked = -1;
+    int duplex = -1, offset = -1, tone = -1;
 };
 
 std::optional<Layout> layoutOf(const QStringList& header)
@@ -86,6 +91,9 @@ std::optional<Layout> layoutOf(const QStringList& header)
         l.exchange = true;
         l.channel = find(LocationCol);
         l.freq = find(FreqMHzCol);
+        l.duplex = find(DuplexCol);
+        l.offset = find(OffsetCol);
+        l.tone = find(ToneCol);
         return l;
     }
     return std::nullopt;
@@ -107,7 +115,40 @@ struct Line {
     int channel = 0;
     MemRecord record;
     QString problem;
+    QStringList losses;
 };
+
+bool isAscii(const QString& text)
+{
+    for (const QChar c : text)
+        if (c.unicode() > 0x7F)
+            return false;
+    return true;
+}
+
+// What the exchange layout's transmit columns hold that a channel cannot keep.
+void transmitLosses(const Layout& l, const QStringList& fields, QStringList* losses)
+{
+    const QString duplex = cell(fields, l.duplex).trimmed();
+    const QString offset = cell(fields, l.offset).trimmed();
+    const bool shifted = duplex == u'+' || duplex == u'-';
+    if (shifted && numberOf(offset).value_or(1.0) != 0.0)
+        *losses << QStringLiteral(
+                       "the repeater offset %1 %2 MHz is not kept: the channel would transmit on its "
+                       "receive frequency")
+                       .arg(duplex, offset);
+    else if (duplex.compare(QLatin1String("split"), Qt::CaseInsensitive) == 0)
+        *losses << QStringLiteral(
+                       "the transmit frequency %1 MHz (Duplex split) is not kept: the channel would "
+                       "transmit on its receive frequency")
+                       .arg(offset);
+    else if (duplex.compare(QLatin1String("off"), Qt::CaseInsensitive) == 0)
+        *losses << QStringLiteral("\"transmit off\" (Duplex off) is not kept: the channel could transmit");
+    else if (!duplex.isEmpty() && !shifted)
+        *losses << QStringLiteral("Duplex \"%1\" is not kept").arg(duplex);
+    if (const QString tone = cell(fields, l.tone).trimmed(); !tone.isEmpty())
+        *losses << QStringLiteral("the tone setting \"%1\" is not kept: the channel would have no tone").arg(tone);
+}
 
 Line readLine(const Layout& l, const QStringList& fields)
 {
@@ -138,13 +179,18 @@ Line readLine(const Layout& l, const QStringList& fields)
         return fail(QStringLiteral("%1 \"%2\" is not a number").arg(freqCol, freqText));
     const double kHz = l.exchange ? *freq * KHzPerMHz : *freq;
     const bool empty = kHz == 0.0;  // a channel holding nothing, as a cleared record
-    if (!empty && (kHz < MemoryCsv::MinKHz || kHz > MemoryCsv::MaxKHz))
-        return fail(QStringLiteral("the frequency %1 %2 is outside 0.03-30 MHz")
-                        .arg(freqText, l.exchange ? QStringLiteral("MHz") : QStringLiteral("kHz")));
+    // A list of this program shows the frequency with the clarifier, which may take it past the ends.
+    const double reach = l.exchange ? 0.0 : ClarLimitKHz;
+    if (!empty && (kHz < MemoryCsv::MinKHz - reach || kHz > MemoryCsv::MaxKHz + reach))
+        return fail(l.exchange ? QStringLiteral("the frequency %1 MHz is outside 0.03-30 MHz").arg(freqText)
+                               : QStringLiteral("the frequency %1 kHz is outside 0.03-30 MHz (9.52-30020.48 kHz "
+                                                "with the clarifier)")
+                                     .arg(freqText));
 
     const QString modeText = cell(fields, l.mode).trimmed();
     ChannelMode mode;
-    if (!modeText.isEmpty() || !empty) {
+    // A channel whose mode byte the table does not know shows no mode; such a list reads back as is.
+    if (!modeText.isEmpty() || (!empty && l.exchange)) {
         const std::optional<ChannelMode> m = modeOf(modeText);
         if (!m)
             return fail(modeText.isEmpty() ? QStringLiteral("no Mode")
@@ -157,8 +203,8 @@ Line readLine(const Layout& l, const QStringList& fields)
         const std::optional<double> c = numberOf(t);
         if (!c)
             return fail(QStringLiteral("%1 \"%2\" is not a number").arg(ClarCol, t));
-        if (*c < -ClarLimitKHz || *c >= ClarLimitKHz)
-            return fail(QStringLiteral("the clarifier %1 kHz is outside -20.48 to 20.47 kHz").arg(t));
+        if (*c < -ClarLimitKHz || *c > ClarLimitKHz)
+            return fail(QStringLiteral("the clarifier %1 kHz is outside -20.48 to 20.48 kHz").arg(t));
         clarKHz = *c;
     }
 
@@ -182,10 +228,21 @@ Line readLine(const Layout& l, const QStringList& fields)
             return fail(QStringLiteral("%1 \"%2\" is neither yes nor no").arg(MaskedCol, cell(fields, l.masked)));
     }
 
+    if (l.exchange)
+        transmitLosses(l, fields, &out.losses);
+
     // The name as a ".ymp" load shows it: one blank, then the name without blanks around it.
-    const QString name = l.name < 0 ? gridChannelName(channel) : cell(fields, l.name);
+    const QString name = (l.name < 0 ? gridChannelName(channel) : cell(fields, l.name)).trimmed();
     MemRecord& r = out.record;
-    r.chan = fixedText(u' ' + name.trimmed(), MemRecord::ChanWidth);
+    r.chan = fixedText(u' ' + name, MemRecord::ChanWidth);
+    const QString kept = QString::fromLatin1(r.chan).trimmed();
+    if (name.size() > MemoryCsv::NameLength)
+        out.losses << QStringLiteral("the name \"%1\" is cut to \"%2\" (a channel keeps %3 characters)")
+                          .arg(name, kept)
+                          .arg(MemoryCsv::NameLength);
+    else if (!isAscii(name))
+        out.losses
+            << QStringLiteral("the name \"%1\" has characters outside ASCII; the channel keeps \"%2\"").arg(name, kept);
     r.freq = static_cast<float>(std::llround(kHz * TenHzPerKHz));
     r.mode = fixedText(mode.caption, MemRecord::ModeWidth);
     r.clar = static_cast<float>(std::llround(clarKHz * TenHzPerKHz));
@@ -221,6 +278,7 @@ MemoryCsv::Result MemoryCsv::read(const QByteArray& bytes)
     const auto fail = [&result](int line, const QString& problem) {
         result.line = line;
         result.problem = problem;
+        result.losses.clear();
         return result;
     };
     const CsvText::Parsed parsed = CsvText::parse(bytes);
@@ -251,6 +309,8 @@ MemoryCsv::Result MemoryCsv::read(const QByteArray& bytes)
                                       .arg(rec.line));
         lineOf[line.channel] = rec.line;
         records[line.channel - 1] = line.record;
+        for (const QString& what : line.losses)
+            result.losses.append({rec.line, line.channel, what});
     }
     result.records = records;
     return result;

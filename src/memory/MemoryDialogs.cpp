@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "MemoryDialogs.h"
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPushButton>
 
 bool QtMemoryDialogs::confirm(QWidget* parent, const QString& title, const QString& text)
 {
@@ -23,6 +25,15 @@ bool QtMemoryDialogs::ask(QWidget* parent, const QString& title, const QString& 
 void QtMemoryDialogs::inform(QWidget* parent, const QString& title, const QString& text)
 {
     QMessageBox::information(parent, title, text);
+}
+
+bool QtMemoryDialogs::saveBeforeUpload(QWidget* parent, const QString& title, const QString& text)
+{
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::NoButton, parent);
+    QPushButton* save = box.addButton(QStringLiteral("Save and upload"), QMessageBox::AcceptRole);
+    box.setDefaultButton(box.addButton(QMessageBox::Cancel));
+    box.exec();
+    return box.clickedButton() == save;
 }
 
 std::optional<QString> QtMemoryDialogs::chooseFile(QWidget* parent, const FileDialogRequest& request)

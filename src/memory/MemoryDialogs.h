@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The memory window's questions to the operator: the upload confirmation, error messages and the file
 // dialog. Behind an interface so that tests answer them without a person.
@@ -27,6 +28,8 @@ public:
     // Yes (true) or No; No is the default answer.
     virtual bool ask(QWidget* parent, const QString& title, const QString& text) = 0;
     virtual void inform(QWidget* parent, const QString& title, const QString& text) = 0;
+    // "Save and upload" (true) or Cancel; Cancel is the default answer.
+    virtual bool saveBeforeUpload(QWidget* parent, const QString& title, const QString& text) = 0;
     // The chosen file, nothing on cancel.
     virtual std::optional<QString> chooseFile(QWidget* parent, const FileDialogRequest& request) = 0;
 };
@@ -38,6 +41,7 @@ public:
     void error(QWidget* parent, const QString& title, const QString& text) override;
     bool ask(QWidget* parent, const QString& title, const QString& text) override;
     void inform(QWidget* parent, const QString& title, const QString& text) override;
+    bool saveBeforeUpload(QWidget* parent, const QString& title, const QString& text) override;
     std::optional<QString> chooseFile(QWidget* parent, const FileDialogRequest& request) override;
 };
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The channel table as the window paints it: the row's colour on columns 1 to 4, bold headings, and
 // the numbers without the blank their pattern ends in (it would only push them out of their narrow

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "MemoryJobs.h"
 
 #include "CatPort.h"
@@ -26,8 +27,7 @@ std::optional<QByteArray> readOneChannel(CatPort& port, int channel)
 {
     if (!port.isOpen())
         return std::nullopt;
-    return port.request(CatCommand::make(Op::StatusRequest, StatusKind::OneChannel, 0, 0, channel),
-                        Wait::OneChannel);
+    return port.request(CatCommand::make(Op::StatusRequest, StatusKind::OneChannel, 0, 0, channel), Wait::OneChannel);
 }
 
 std::optional<QByteArray> readAllChannels(CatPort& port)
@@ -90,9 +90,14 @@ UploadResult UploadMemory(CatPort& port, const QString& path, const std::functio
         records.clear();
     }
 
+    const auto lost = [&port] { return !port.isOpen() || port.failed(); };
     for (int i = FirstUploaded; i <= Channels::Uploaded && i <= records.size(); ++i) {
-        if (i > FirstUploaded && cancel && cancel->load()) {
+        if (cancel && cancel->load()) {
             result.cancelled = true;
+            break;
+        }
+        if (lost()) {
+            result.portLost = true;
             break;
         }
         const MemRecord& r = records[i - 1];
@@ -106,6 +111,12 @@ UploadResult UploadMemory(CatPort& port, const QString& path, const std::functio
             port.send(CatCommand::make(Op::WriteMemory, i, MemoryWrite::Mask));
             awake &= port.sleep(Wait::Upload);
         }
+        if (lost()) {
+            // Some of this channel's commands may have gone nowhere.
+            result.portLost = true;
+            result.failedDuring = i;
+            break;
+        }
         result.channelsWritten = i;
         if (progress)
             progress(uploadPercent(i), i);
@@ -115,6 +126,10 @@ UploadResult UploadMemory(CatPort& port, const QString& path, const std::functio
         }
     }
 
+    if (result.portLost) {
+        qCWarning(lcMemory) << "upload: the port failed after channel" << result.channelsWritten;
+        return result;
+    }
     backToVfo(port);
     port.sleep(Wait::Upload);
     qCDebug(lcMemory) << "upload:" << result.channelsWritten << "channels";

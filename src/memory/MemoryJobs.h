@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The memory window's exchanges with the radio, as link-thread jobs: exactly the bytes and waits the
 // radio needs, nothing else on the wire.
@@ -28,15 +29,20 @@ void setChannelMask(CatPort& port, int channel, bool masked);
 
 struct UploadResult {
     bool ran = false;         // false: the port was closed, nothing was sent
-    int channelsWritten = 0;  // 108 when complete
+    int channelsWritten = 0;  // 108 when complete; with portLost, the last channel sent before it
     bool cancelled = false;
+    // The port failed or closed under the upload: it stopped there. When the failure showed only
+    // after a channel's commands went out, that channel (failedDuring) may be partly written.
+    bool portLost = false;
+    int failedDuring = 0;
     QString fileError;  // the memory file could not be read: no channel was written
 };
 
 // Writes channels 1..108 from the memory file at path: the clarifier is cleared first, then each
 // channel gets its mode, VFO-A its frequency, the channel VFO-A, and the mask when the record has it;
 // the radio goes back to VFO operation at the end. progress(percent, channel) follows each channel.
-// cancel, when set, stops the upload between channels (the radio still goes back to VFO).
+// cancel, when set, stops the upload before the next channel (the radio still goes back to VFO). A
+// port that fails or closes stops it too, the progress staying at the last channel sent.
 UploadResult UploadMemory(CatPort& port, const QString& path, const std::function<void(int, int)>& progress,
                           const std::atomic<bool>* cancel = nullptr);
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the memory window's source files share: the indices of its keys and the look of its dark
 // display panel.

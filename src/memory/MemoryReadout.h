@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Cutting the radio's replies into channel records. The full read-out is a 55-byte block that is
 // skipped, then channels 1 to 113 in order, 16 bytes each. A reply is never read past its end: a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The channel table: 113 rows of plain records (model row 0 is channel 1), six columns. The texts
 // are those the table shows; the colour is the one columns 1 to 4 of the row are painted in. The

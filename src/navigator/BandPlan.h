@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The navigator's band keys: one fixed tuning frequency a key, and the captions the keys wear.
 

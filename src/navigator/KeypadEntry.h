@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Direct entry of a frequency on the navigator's key pad, as the radio's own key pad does it:
 // "&Freq" switches the band keys to digits, "Enter" starts an entry (only while the status poll

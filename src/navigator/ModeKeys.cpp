@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ModeKeys.h"
 
 const char* ModeKeys::caption(int index)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The navigator's mode keys MD(1) "U/LSB", MD(2) "CW", MD(4) "AM", MD(6) "FM": the left button sends
 // the key's index as the mode code, any other button the key's second variant (LSB, reverse CW,

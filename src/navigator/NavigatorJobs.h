@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the navigator does on the wire, as procedures run by the link thread. Each takes the
 // navigator's frequency as the window knew it when the job was posted and returns what to show.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The navigator's key pad beyond the ten band/digit keys: indices in Band(0..14) and captions.
 

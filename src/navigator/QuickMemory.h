@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The eight quick memory keys: a caption (the frequency as "###,##0.#0", or "QMB"/empty when
 // unused) and a mode code each, persisted as two strings of fixed-width fields.

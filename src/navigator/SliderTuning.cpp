@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "SliderTuning.h"
 
 std::optional<double> SliderTuning::nextFrequency(double kHz, int v)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The spring-back tuning slider. Its value is a rate in kHz per tick of Timer3: pulled one way
 // (positive values) it tunes down, the other way (negative values) up, and released it springs

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The two press-and-hold steppers. While a stepper is held, each tick sends a step instruction and
 // moves the navigator's frequency by the step; the radio wraps at the top of its range and the

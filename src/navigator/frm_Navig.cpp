@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The navigator window's life (opening, closing, placement), its event routing and its display.
 // Its controls are built in frm_NavigLayout.cpp, its keys handled in frm_NavigKeys.cpp, and the
 // steppers and the slider in frm_NavigTuning.cpp.

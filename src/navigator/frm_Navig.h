@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The frequency navigator: a small tuning window beside the main window. It tunes VFO-A by band
 // keys, by a key pad, by two press-and-hold steppers, by a spring-back slider and by eight quick

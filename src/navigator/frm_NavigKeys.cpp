@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The navigator's keys: band keys and key-pad entry, the keyboard in key-pad mode, the mode keys
 // and the quick memories.
 #include "frm_Navig.h"

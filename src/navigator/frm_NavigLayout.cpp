@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The navigator window's controls: the display, the key pad, the mode keys, the steppers, the
 // slider and the quick memories, with their timers.
 #include "frm_Navig.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The navigator's press-and-hold steppers and its spring-back slider: both stop the poll while they
 // tune and start it again afterwards.
 #include "frm_Navig.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The answer to "\dump_state": the capabilities a network client learns when it opens the radio,
 // in the line order of protocol version 1, ending with "done".

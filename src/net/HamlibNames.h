@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The names and numbers a rigctld client speaks: mode names and their bits, VFO names, reply codes.
 

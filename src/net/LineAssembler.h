@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Gathers the bytes of a TCP stream into command lines: a line ends with "\n", a "\r" anywhere is
 // dropped, and a line may arrive in any number of pieces. A line that grows past the limit makes

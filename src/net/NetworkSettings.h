@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The network server's persisted settings and the "[ADDRESS:]PORT" text of the command line.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // One command line of the rigctld text protocol, taken apart: the extended-response prefix, the
 // command (short letter or long name), an optional VFO token and the arguments.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A rigctld-compatible TCP server: logging and digital-mode programs share the radio through it.
 // Runs on the thread of its owner (the window's thread) and never blocks it: every reply is made

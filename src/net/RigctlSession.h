@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // One client's conversation: turns each command line into its reply, answering gets from the
 // backend's snapshot and handing sets to the backend.

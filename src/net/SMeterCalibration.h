@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The main S-meter byte (0..255) as hamlib's STRENGTH level: dB relative to S9.
 //

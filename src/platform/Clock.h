@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Time on the link thread: every wait on the radio is a sleep of this clock.
 

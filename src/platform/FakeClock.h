@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A clock for tests: sleeping advances time at once. Every sleep is written to the shared event log.
 

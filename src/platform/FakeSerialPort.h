@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A serial port for tests: records every write with the fake clock's time and serves scripted replies.
 

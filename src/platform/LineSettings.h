@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The line settings text of a serial port, "speed,parity,data,stop" such as "4800,n,8,2".
 

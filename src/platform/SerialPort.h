@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the program needs of a serial line: nothing of the radio's protocol lives here.
 

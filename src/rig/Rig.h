@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What every door to the radio (the network server, the sharing ports) needs of it: the polled state,
 // read without touching the wire, and setters that queue the radio's own commands. A door answers

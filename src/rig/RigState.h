@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The radio's state as every door to it sees it: what the poll last read, with each set a client made
 // shown at once (until a poll confirms it).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "FrameAssembler.h"
 
 std::optional<QByteArray> FrameAssembler::push(char byte, Clock::time_point at)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Five-byte commands out of a byte stream, framed as the radio frames them: five bytes make a
 // command, and a pause of more than FrameTimeout between two bytes ends the frame, so its stray

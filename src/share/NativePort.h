@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The native sharing port: a pseudo-terminal on which a client writes this radio's own five-byte
 // commands and gets the replies the radio would give, framed as the radio frames them. Reads the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "NativeResponder.h"
 
 #include "FrameAssembler.h"

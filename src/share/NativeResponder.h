@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The native port's conversation: the radio's own five-byte commands from a client, taken one at a
 // time in the order they came.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Where the sharing ports put their stable links: $XDG_RUNTIME_DIR/ft1000cat, or, when that
 // variable is unset, a folder of this user's own under the temporary directory. Either is created

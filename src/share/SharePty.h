@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A sharing port: a pseudo-terminal that another program opens as if it were a radio's serial port,
 // with a stable symbolic link to it (ShareFolder/<name>), so a client's setting survives a restart

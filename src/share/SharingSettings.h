@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Which sharing ports are open. Stored in section "Sharing": "Native" and "Text", each "1" or "0"
 // (default "0": a port is a device other programs can open, so it is there only when asked for).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The values of the text dialect a sharing port speaks (the one loggers use for a Kenwood TS-2000):
 // its mode digits, its S-meter scale, and the fixed-width fields of its replies.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Cuts what a text-port client writes into commands: each ends with ';', and one write may hold
 // several or part of one. Carriage returns, line feeds and every other byte that is not printable

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The text sharing port: a pseudo-terminal on which a client speaks the text dialect of a Kenwood
 // TS-2000, answered from the radio's polled state and passed to the radio through the same setters

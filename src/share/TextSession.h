@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // One text-port client's conversation: each command (as the framer cut it, without its ';') becomes
 // its reply, answered from the radio's polled state; sets go to the radio and are never answered,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Stations on the bands, so that the S-meter moves as a receiver is tuned across them.
 

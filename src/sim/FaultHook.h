@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Where line faults plug into the virtual radio: a command the radio never hears, a reply that is
 // corrupted, cut short, late, doubled or missing, bytes nobody asked for, a terminal that goes away. The radio works

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A misbehaving line for the virtual radio: each kind of fault can be switched on for every reply
 // (forced), or left to chance at a given rate with a seed, so a run can be repeated byte for byte.

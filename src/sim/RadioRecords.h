@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The byte layouts the virtual radio answers with, and the decoding of the values it is sent.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The state the virtual radio keeps: one receiver's settings (a VFO or a memory channel) and a channel.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The virtual radio on a pseudo-terminal: a program opens devicePath() as it would a serial port.
 // A thread of the host reads the commands, hands each to the radio and sends the reply back at the

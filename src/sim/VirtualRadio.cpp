@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The virtual radio's state: the receivers the commands act on, and the accessors for tests and
 // scenes. The instruction handlers, the status and flag replies, the memory channels and the meters
 // live in the files named after them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A model FT-1000MP / Mark-V: its state and its answers to CAT instructions, without any line. The
 // host (SimHost) feeds it five-byte commands and puts its replies on a pseudo-terminal; tests call it

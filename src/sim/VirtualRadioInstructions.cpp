@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The virtual radio's answer to each instruction of the CAT table: what it changes in the state.
 #include "VirtualRadio.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The virtual radio's memory channels: what they hold when it is switched on, the recall, the full
 // block the memory read-out asks for, and their accessors.
 #include "VirtualRadio.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The virtual radio's meters: the S-meters from the signals on the bands, the transmit meters while
 // keyed, the CW pitch.
 #include "VirtualRadio.h"

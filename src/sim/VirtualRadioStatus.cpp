@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The virtual radio's status replies: the VFO records and the flags.
 #include "VirtualRadio.h"
 

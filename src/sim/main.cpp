@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // ft1000-sim: the virtual radio on a pseudo-terminal, for trying CAT programs without a radio.
 // Prints the device path on one line and serves until SIGINT or SIGTERM. With --fault it misbehaves:
 // each reply is hit, with the given chance, by one of the named faults, drawn from a seeded sequence.

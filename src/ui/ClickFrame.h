@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A group box that reports a click on itself (or on a label inside it, which passes the mouse on).
 

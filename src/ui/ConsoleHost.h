@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the other windows may use of the main window. The main window implements it; the memory
 // window, the navigator, the EDSP dialog and the filter window are handed a reference to it, so

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A push button that tells which mouse button went down and up: keys that act on the press, or do
 // one thing with the left button and another with the right.

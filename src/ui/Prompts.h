@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Message boxes, the one-line input prompt and modal dialogs, behind an interface so that tests can
 // answer them. The program uses QtPrompts; tests hand the windows a scripted stand-in.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Positions and sizes are persisted in twips (1/1440 inch): 15 twips a pixel at 96 dots per inch.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Restoring and saving a window's position in the settings store, in twips. A position is saved only
 // while the window lies on the screen (top below the screen height, left below the screen width).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Closing while the memory window writes a file into the virtual radio, in real time, the radio link
 // on its own thread: the operator is asked first; No lets the upload go on, Yes stops it after the
 // channel being written and the memory window names that channel before it goes.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window with the real windows and the network server wired to it, on a fake port
 // answered by the virtual radio's model.
 #include "AppWindows.h"

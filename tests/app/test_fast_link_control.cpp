@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Setup > Fast Link: the stored choice, the menu item's check mark, the run's own --fast-link, and
 // the link's mode following them.
 #include "ConsoleFixture.h"

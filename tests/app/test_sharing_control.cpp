@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Setup > "Sharing Ports...": the dialog, the stored choice, the run's own --share, the status bar
 // and the ports' links, with the text port on a fake radio.
 #include "ConsoleFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A main window on a fake port and fake clock, run inline, with scripted prompts and a recording
 // stand-in for the other windows.

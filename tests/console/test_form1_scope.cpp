@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The band scope inside the main window: how its sweeps and recordings meet the status poll
 // (Timer1) and the "Scop&e" key.
 

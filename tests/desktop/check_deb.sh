@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # CPack's Debian package from the existing build: its control fields, its file list (dpkg-deb -c)
 # holding every listed file, and dpkg installing it into a private root and removing it again
 # without leaving a file behind.

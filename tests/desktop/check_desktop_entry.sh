@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The menu entry passes desktop-file-validate and starts the installed program with its icon.
 #   check_desktop_entry.sh DESKTOP-FILE
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # cmake --install into a fresh prefix, twice over: the prefix holds every listed file and nothing
 # else, the programs run from there, and the desktop files hang together (appstreamcli validate-tree).
 #   check_install.sh CMAKE BUILD-DIR FILE-LIST

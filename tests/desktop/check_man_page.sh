@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # A manual page renders with man -l without a warning and lists every option of the program's --help.
 #   check_man_page.sh PAGE PROGRAM
 set -euo pipefail

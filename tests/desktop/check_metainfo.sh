@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The AppStream description passes appstreamcli's validation (offline) and names this version.
 #   check_metainfo.sh METAINFO-FILE VERSION
 set -euo pipefail
@@ -10,3 +11,5 @@ report=$(appstreamcli validate --no-net --pedantic "$metainfo" 2>&1) || fail "ap
 echo "$report"
 grep -q "<release version=\"$version\"" "$metainfo" || fail "no release entry for version $version"
 grep -q '<screenshot type="default">' "$metainfo" || fail "no default screenshot"
+grep -q '<project_license>GPL-3.0-or-later</project_license>' "$metainfo" || fail "no project licence"
+grep -q '<developer id="[^"]*">' "$metainfo" || fail "no developer"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Shared by the desktop checks: skipping when a validating tool is missing, failing with a reason.
 # CTest counts exit status 77 as skipped; scripts/setup.sh installs every tool named here.
 

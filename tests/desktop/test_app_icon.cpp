@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program's icon comes from the executable itself, so windows show it on any desktop.
 #include "AppIcon.h"
 #include "frmAbout.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The manual pages' options are read from --help as QCommandLineParser prints it.
 #include "HelpPage.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "FakeConsoleHost.h"
 #include "PassbandPicture.h"
 #include "Twips.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program's sharing ports as a user starts them for one run: each port is announced on standard
 // output and answers clients, hamlib's TS-2000 client reads the virtual radio through the text port,
 // nothing is stored, and the program closing with clients still attached leaves neither a terminal

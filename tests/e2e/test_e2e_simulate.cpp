@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The built program on its virtual radio, as a person would start it: it must show the radio.
 #include "NumberFormat.h"
 #include "VirtualRadio.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // What the fault tests share: the process's CPU time, a stable device path for the virtual radio,
 // and the display text a frequency should produce.

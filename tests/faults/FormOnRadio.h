@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The real main window on the real serial adapter, its link on its own thread, against the virtual
 // radio served at a stable device path: the program as it runs, in-process.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Settings files edited by hand or mangled: numbers too large for the program's whole numbers fall
 // back to the default instead of overflowing.
 #include "MemorySettingsStore.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window against the misbehaving virtual radio, in real time: whatever the line does, the
 // window keeps polling without crashing, hanging or spinning, shows "No Link  " while the radio is
 // silent, and shows the radio's values again within two polls of the radio behaving.

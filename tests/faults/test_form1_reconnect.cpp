@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The radio that goes away and comes back: the main window closes the port, shows "No Link  ", puts
 // nothing on the wire while the device is away, and opens the same device again by itself when it
 // reappears, after which polling goes on as before.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The virtual radio's line faults, on the radio itself (no terminal): what each kind does to a reply,
 // switching them at run time, and the seeded random mode.
 #include "CatCommand.h"

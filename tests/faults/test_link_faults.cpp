@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The radio link on its thread, with the real serial adapter, polling the misbehaving virtual radio
 // the way the main window does (status, meters, flags, decoded on the window's thread), with the
 // port watch that brings a lost device back. No window: this one also runs under the thread and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The watch over a lost serial device, on the fake port: a device that fails is closed and reported,
 // nothing is opened while it is away, the same device is opened again once it is back, and a port
 // closed on purpose is left alone.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The ft1000-sim executable's fault switches: faults named on the command line hit its replies, with
 // the chosen rate and seed, it serves on a stable path when asked, it can start its replies late, and
 // bad switches are refused.

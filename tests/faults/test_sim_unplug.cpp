@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The virtual radio that goes away and comes back at the same path, and a terminal closed by a
 // fault, seen through the real serial adapter.
 #include "CatCommand.h"

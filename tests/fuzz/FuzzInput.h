@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Reading a fuzz input: a few leading bytes steer the target, the rest is the data under test. The
 // seed program writes its seeds in the same layout.

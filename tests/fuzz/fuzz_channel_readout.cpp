@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Memory channel replies: the input is a full read-out reply and, at once, a single-channel reply.
 #include "CatCommand.h"
 #include "ChannelDecoder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The status flags reply: byte 0 is the call's argument, byte 1 the count of bytes the port said were
 // waiting, the rest the bytes read.
 #include "FlagsDecoder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The line settings text ("4800,n,8,2") as the settings store or the port dialog hands it over. What
 // parses must come back the same from its own canonical text.
 #include "FuzzInput.h"

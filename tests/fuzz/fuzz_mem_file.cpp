@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A ".ymp" memory file of any length and content, loaded as the memory window loads it, each record
 // shown as a table row and read back as the save would read it.
 #include "FuzzInput.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The four meter replies of a poll: bytes 0-3 are their lengths, byte 4 the transmit meter's option
 // index, the rest the replies one after the other.
 #include "FuzzInput.h"

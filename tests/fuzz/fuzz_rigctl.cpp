@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The network server's input: a byte stream cut into pieces of any size (byte 0 sets the piece size),
 // gathered into lines, parsed, and answered by a session on a stand-in radio.
 #include "FakeRig.h"

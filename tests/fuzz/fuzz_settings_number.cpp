@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Settings values read as numbers: the leading number of any text, the stored port number, the
 // radio type and the window's stored width as the start-up reads them.
 #include "FuzzInput.h"

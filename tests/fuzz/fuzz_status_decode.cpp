@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The status record as the poll builds it from two replies of any length and content: byte 0 is the
 // length of the first reply, the rest is the first reply then the second.
 #include "FuzzInput.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes the fuzz targets' seed inputs: real replies of the virtual radio in a few states, a memory
 // file made from its channels, and typical settings texts and network commands. Each target's seeds
 // go to OUT/<target>/, in the layout that target reads (see each target's first lines).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Small helpers for the link tests: byte strings from numbers, and a fake line to run procedures on.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The fast link on a fake line: each request ends when its reply's known length has arrived, never
 // later than the fixed wait; short, empty, long and late replies come out as the exact mode has them.
 #include "FlagsDecoder.h"

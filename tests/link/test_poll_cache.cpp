@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The poll's replies kept for the sharing ports: which reads they answer, and when a set makes them
 // wait for the next poll.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Timer ticks on a busy link: one that falls due while its poll runs is remembered and runs as soon
 // as the link is free, behind what was posted meanwhile; never more than one.
 #include "FakeClock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Latest wins: a job posted with a key takes the place of one with the same key that still waits,
 // so a client that tunes fast leaves no backlog of frequencies on the link.
 #include "FakeClock.h"

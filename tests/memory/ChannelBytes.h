@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Radio-side channel records and full read-out replies, built byte by byte for the tests.
 

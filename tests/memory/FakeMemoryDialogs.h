@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Answers the memory window's questions in tests and records what was asked.
 
@@ -23,6 +24,11 @@ public:
         return yesAnswer;
     }
     void inform(QWidget*, const QString& title, const QString& text) override { notes.append({title, text}); }
+    bool saveBeforeUpload(QWidget*, const QString& title, const QString& text) override
+    {
+        saveQuestions.append({title, text});
+        return saveAnswer;
+    }
     std::optional<QString> chooseFile(QWidget*, const FileDialogRequest& request) override
     {
         requests.append(request);
@@ -31,6 +37,8 @@ public:
 
     bool confirmAnswer = true;
     bool yesAnswer = false;
+    bool saveAnswer = false;  // Cancel, the default
+    QList<Message> saveQuestions;
     std::optional<QString> fileAnswer;  // nothing: the operator cancels
     QList<Message> confirmations;
     QList<Message> errors;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The memory window on a fake port whose answers are those of a radio with the sample channels, and
 // what the window's tests look at.

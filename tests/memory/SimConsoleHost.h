@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The main window as far as the memory window needs it, with the real serial adapter and the threaded
 // radio link on a device (the virtual radio's pseudo-terminal). The VFO indicator is shown.

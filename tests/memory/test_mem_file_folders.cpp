@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Saving a memory file where the folder may or may not be written to: atomic (a new file put in the
 // old one's place) wherever a temporary file can be made beside the target, written in place where
 // only the file itself may be written. The saves run in a child process as an unprivileged user, so
@@ -93,7 +94,39 @@ struct Scene {
 
 class TestMemFileFolders : public QObject {
     Q_OBJECT
+
+    ChildRun defaultFile(const QString& program, const QString& data)
+    {
+        QProcess p;
+        p.start(QStringLiteral(SAVE_CHILD), {QStringLiteral("--default-file"), program, data});
+        ChildRun r;
+        if (p.waitForFinished(30000) && p.exitStatus() == QProcess::NormalExit)
+            r.exitCode = p.exitCode();
+        r.output = QString::fromLocal8Bit(p.readAllStandardOutput()).trimmed();
+        return r;
+    }
+
 private slots:
+    void defaultFile_besideTheProgram_whereItsFolderMayBeWritten()
+    {
+        Scene s(0777);
+        s.lock();
+        const ChildRun r = defaultFile(s.folder, QStringLiteral("/home/op/.local/share/ft1000cat"));
+        SKIP_IF_RIGHTS_STAY(r);
+        QCOMPARE(r.exitCode, 0);
+        QCOMPARE(r.output, s.folder + QStringLiteral("/ft1000.ymp"));
+    }
+
+    void defaultFile_inTheUsersDataFolder_whenTheProgramsFolderIsReadOnly()
+    {
+        Scene s(0555);  // as /usr/bin is for an operator
+        s.lock();
+        const ChildRun r = defaultFile(s.folder, QStringLiteral("/home/op/.local/share/ft1000cat"));
+        SKIP_IF_RIGHTS_STAY(r);
+        QCOMPARE(r.exitCode, 0);
+        QCOMPARE(r.output, QStringLiteral("/home/op/.local/share/ft1000cat/ft1000.ymp"));
+    }
+
     void readOnlyFolder_writableFile_isWrittenInPlace()
     {
         Scene s(0555);

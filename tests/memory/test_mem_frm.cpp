@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window: its controls, opening and closing, the single-channel read and "Get Mem".
 #include "GoldenFile.h"
 #include "MemFrmScene.h"
@@ -179,7 +180,7 @@ private slots:
         QCOMPARE(w->pos(), QPoint(Twips::toPixels(1200), Twips::toPixels(3000)));
     }
 
-    void opening_fileNameDefaultsToTheProgramFolder()
+    void opening_fileNameDefaultsToTheProgramFolder_whichABuildMayWrite()
     {
         Scene s;
         auto w = s.open();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's file keys, menu and dialog: loading and saving memory files.
 #include "GoldenFile.h"
 #include "MemFrmScene.h"

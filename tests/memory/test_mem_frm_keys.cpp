@@ -1,5 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's keys that act on the radio, the upload, and closing while an upload runs.
 #include "GoldenFile.h"
+#include "MemFile.h"
 #include "MemFrmScene.h"
 #include "PressButton.h"
 #include "Twips.h"
@@ -170,6 +172,29 @@ private slots:
         QCOMPARE(cellColour(*w, 14, 1), unmasked);
     }
 
+    void mask_waitsForTheNewChannelsRead_neverActsOnThePreviousCaption()
+    {
+        Scene s;
+        s.radioChannel = 14;  // masked in the sample: the key reads "Un-Mask"
+        auto w = s.open();
+        QCOMPARE(w->Bouton[2]->text(), QStringLiteral("Un-Mask"));
+        QVERIFY(w->Bouton[2]->isEnabled());
+        s.silent = true;  // the read of the next channel brings nothing back (yet)
+        w->HScroll1->setValue(15);
+        QCOMPARE(w->Bouton[2]->text(), QStringLiteral("Un-Mask"));  // still channel 14's caption
+        QVERIFY(!w->Bouton[2]->isEnabled());
+        s.clear();
+        w->Bouton[2]->click();
+        QVERIFY(s.writes().isEmpty());  // no "un-mask channel 15" from channel 14's caption
+        s.silent = false;
+        w->ReadMemory(0);  // the read returns
+        QCOMPARE(w->Bouton[2]->text(), QStringLiteral("Mask"));
+        QVERIFY(w->Bouton[2]->isEnabled());
+        s.clear();
+        w->Bouton[2]->click();
+        QCOMPARE(s.writes().value(0), QStringLiteral("00 00 01 0F 03"));
+    }
+
     void vfoMem_fromVfo_recallsTheChannel()
     {
         Scene s;
@@ -209,9 +234,13 @@ private slots:
 
     void upload_asksFirst_cancelChangesNothing()
     {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("golden.ymp"));
+        QVERIFY(writeFile(path, Golden::file()));
         Scene s;
         auto w = s.open();
-        w->Bouton[4]->click();
+        w->setCurrentFile(path);
+        QVERIFY(w->LoadMemFile());  // the table is the file: nothing to save first
         s.clear();
         s.dialogs.confirmAnswer = false;
         w->Bouton[5]->click();
@@ -219,8 +248,54 @@ private slots:
         QCOMPARE(s.dialogs.confirmations[0].title, QStringLiteral("Upload ?"));
         QCOMPARE(s.dialogs.confirmations[0].text,
                  QStringLiteral("You are about to upload this list to the tranceiver memory... "));
+        QVERIFY(s.dialogs.saveQuestions.isEmpty());
         QVERIFY(s.writes().isEmpty());
         QVERIFY(s.host.pollChanges.isEmpty());
+    }
+
+    void upload_ofATableThatDiffersFromTheFile_asksToSaveItFirst_cancelChangesNothing()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("golden.ymp"));
+        QVERIFY(writeFile(path, Golden::file()));
+        Scene s;
+        auto w = s.open();
+        w->setCurrentFile(path);
+        w->Bouton[4]->click();  // the table now holds the radio's channels, not the file's
+        s.clear();
+        w->Bouton[5]->click();
+        QCOMPARE(s.dialogs.saveQuestions.size(), 1);
+        QCOMPARE(s.dialogs.saveQuestions[0].title, QStringLiteral("Upload ?"));
+        QVERIFY(s.dialogs.saveQuestions[0].text.contains(path));
+        QVERIFY(s.dialogs.confirmations.isEmpty());
+        QVERIFY(s.writes().isEmpty());
+        QCOMPARE(readFile(path), Golden::file());
+    }
+
+    void upload_ofATableThatDiffersFromTheFile_saveAndUpload_writesTheTableIntoTheRadio()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("golden.ymp"));
+        QVERIFY(writeFile(path, Golden::file()));
+        Scene s;
+        auto w = s.open();
+        w->setCurrentFile(path);
+        w->Bouton[4]->click();
+        const QList<MemoryRow> table = w->table().rows();
+        s.clear();
+        s.dialogs.saveAnswer = true;
+        w->Bouton[5]->click();
+        QCOMPARE(s.dialogs.saveQuestions.size(), 1);
+        QCOMPARE(s.dialogs.confirmations.size(), 1);  // the upload's own question follows
+        QVERIFY(readFile(path) != Golden::file());
+        QString error;
+        QCOMPARE(MemFile::recordsFromRows(table, &error)->at(0).encode(), readFile(path).left(29));
+        // The radio's channel 1 goes back: the file now holds the table.
+        const MemoryRow one = table[0];
+        const QStringList writes = s.writes();
+        QCOMPARE(writes[4], QStringLiteral("00 00 00 %1 0C")
+                                .arg(one.cells[MemoryColumn::Mde].toInt(), 2, 16, QLatin1Char('0'))
+                                .toUpper());
     }
 
     void upload_writesTheFileNotTheTable_withThePollOffMeanwhile()
@@ -234,7 +309,7 @@ private slots:
         w->Bouton[4]->click();  // the table now holds the radio's channels, not the file's
         s.clear();
         s.host.clock->onSleep = [&](int) { QVERIFY(!s.host.pollOn); };
-        w->Bouton[5]->click();
+        w->UploadMemory();  // the job itself, without the key's questions
         s.host.clock->onSleep = nullptr;
         const QStringList writes = s.writes();
         QCOMPARE(writes.mid(0, 4),
@@ -259,9 +334,63 @@ private slots:
         auto w = s.open();
         w->setCurrentFile(dir.filePath(QStringLiteral("folder.ymp")));
         w->Bouton[4]->click();
-        w->Bouton[5]->click();
+        w->UploadMemory();
         QCOMPARE(s.dialogs.errors.size(), 1);
         QVERIFY(s.dialogs.errors[0].text.contains(QStringLiteral("folder.ymp")));
+        QCOMPARE(s.host.pollChanges, (QList<bool>{false, true}));
+    }
+
+    void upload_withThePortClosed_saysSoAndShowsNoProgress()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("golden.ymp"));
+        QVERIFY(writeFile(path, Golden::file()));
+        Scene s;
+        auto w = s.open();
+        w->setCurrentFile(path);
+        QVERIFY(w->LoadMemFile());
+        s.host.port->close();
+        s.clear();
+        QSignalSpy shown(w->Progress, &QProgressBar::valueChanged);
+        w->Bouton[5]->click();
+        QCOMPARE(s.dialogs.errors.size(), 1);
+        QVERIFY2(s.dialogs.errors[0].text.contains(QStringLiteral("port is closed: nothing was uploaded")),
+                 qPrintable(s.dialogs.errors[0].text));
+        QVERIFY(s.dialogs.confirmations.isEmpty());
+        QVERIFY(!w->Progress->isVisibleTo(w.get()));
+        QCOMPARE(shown.count(), 0);
+        QVERIFY(s.host.pollChanges.isEmpty());
+    }
+
+    void upload_aPortThatFailsPartWay_stopsThereAndNamesTheLastChannelWritten()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("golden.ymp"));
+        QVERIFY(writeFile(path, Golden::file()));
+        Scene s;
+        auto w = s.open();
+        w->setCurrentFile(path);
+        QVERIFY(w->LoadMemFile());
+        s.clear();
+        // The adapter is pulled while channel 20 goes out.
+        const auto answer = s.host.port->responder;
+        s.host.port->responder = [&s, answer](const QByteArray& c) {
+            if (c == QByteArray::fromHex("0000001403"))
+                s.host.port->failed_ = true;
+            return answer(c);
+        };
+        w->Bouton[5]->click();
+        QVERIFY(!w->uploading());
+        const QStringList writes = s.writes();
+        QVERIFY(writes.contains(QStringLiteral("00 00 00 14 03")));
+        QVERIFY(!writes.contains(QStringLiteral("00 00 00 15 03")));  // nothing after channel 20
+        QCOMPARE(s.dialogs.errors.size(), 1);
+        QCOMPARE(s.dialogs.errors[0].title, QStringLiteral("Upload stopped"));
+        QCOMPARE(s.dialogs.errors[0].text,
+                 QStringLiteral("The radio's port failed during the upload, which stopped there.\nThe last channel "
+                                "written is 19 (Chan 19). Channel 20 (Chan 20) may be partly written. The channels "
+                                "after it keep what the radio held; upload again once the radio is back."));
+        QVERIFY(w->Progress->value() < 100);
         QCOMPARE(s.host.pollChanges, (QList<bool>{false, true}));
     }
 
@@ -287,7 +416,7 @@ private slots:
         auto w = s.open();
         w->setCurrentFile(path);
         w->show();
-        w->Bouton[4]->click();
+        QVERIFY(w->LoadMemFile());
         s.clear();
         s.dialogs.yesAnswer = false;
         closeWhileWriting(s, *w, 20, how);
@@ -320,7 +449,7 @@ private slots:
         auto w = s.open();
         w->setCurrentFile(path);
         w->show();
-        w->Bouton[4]->click();
+        QVERIFY(w->LoadMemFile());
         s.clear();
         s.dialogs.yesAnswer = true;
         closeWhileWriting(s, *w, 10, how);
@@ -359,7 +488,7 @@ private slots:
         auto w = s.open();
         w->setCurrentFile(path);
         w->show();
-        w->Bouton[4]->click();
+        QVERIFY(w->LoadMemFile());
         s.dialogs.yesAnswer = true;
         // The close comes while the clarifier is cleared, before channel 1.
         bool asked = false;
@@ -373,8 +502,11 @@ private slots:
         w->Bouton[5]->click();
         QVERIFY(asked);
         QCOMPARE(s.dialogs.notes.size(), 1);
-        // The upload looks for a stop between channels, so channel 1 is written whole.
-        QVERIFY(s.dialogs.notes[0].text.startsWith(QStringLiteral("The upload stopped after channel 1 ")));
+        // The upload looks for a stop before every channel, the first too: nothing was written.
+        QCOMPARE(s.dialogs.notes[0].text,
+                 QStringLiteral("The upload stopped before channel 1 was written; the radio's memory is as it was."));
+        for (const QString& sent : s.writes())
+            QVERIFY2(!sent.endsWith(QStringLiteral(" 03")) && !sent.endsWith(QStringLiteral(" 0C")), qPrintable(sent));
         QVERIFY(!w->isVisible());
     }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's channel scroll bar and the double click on the table.
 #include "GoldenFile.h"
 #include "MemFrmScene.h"

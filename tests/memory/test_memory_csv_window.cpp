@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window's "Export CSV..." and "Import CSV...", with the virtual radio's model answering
 // the window's requests on a fake port.
 #include "FakeConsoleHost.h"
@@ -159,6 +160,66 @@ private slots:
         QVERIFY(!s.radio.channel(108).masked);
     }
 
+    void import_ofChannelsThatCannotBeKept_asksFirst_noLeavesTheTable()
+    {
+        Scene s;
+        auto w = s.open();
+        w->Bouton[4]->click();
+        const QList<MemoryRow> before = w->table().rows();
+        QVERIFY(writeFile(s.path("rep.csv"),
+                          "Location,Name,Frequency,Duplex,Offset,Tone,rToneFreq,Mode\r\n"
+                          "1,Ten,29.620000,-,0.100000,Tone,88.5,FM\r\n"
+                          "2,Ft8,14.074000,,0.000000,,88.5,DIG\r\n"));
+        s.dialogs.fileAnswer = s.path("rep.csv");
+        w->mnu_csv[1]->trigger();  // No, the default
+        QCOMPARE(s.dialogs.questions.size(), 1);
+        QCOMPARE(s.dialogs.questions[0].title, QStringLiteral("Import CSV"));
+        const QString q = s.dialogs.questions[0].text;
+        QVERIFY2(q.contains(QStringLiteral("Line 2, channel 1: the repeater offset - 0.100000 MHz is not kept")),
+                 qPrintable(q));
+        QVERIFY2(q.contains(QStringLiteral("Line 2, channel 1: the tone setting \"Tone\" is not kept")), qPrintable(q));
+        QVERIFY(!q.contains(QStringLiteral("channel 2:")));
+        QCOMPARE(w->table().rows(), before);
+        s.dialogs.yesAnswer = true;
+        w->mnu_csv[1]->trigger();
+        QCOMPARE(s.dialogs.questions.size(), 2);
+        QCOMPARE(w->table().cell(1, MemoryColumn::Freq), QStringLiteral("29,620.00 "));
+        QCOMPARE(w->table().cell(2, MemoryColumn::Mode), QStringLiteral("PKT LSB"));
+    }
+
+    void import_thenUpload_asksToSaveTheListFirst_thenWritesItIntoTheRadio()
+    {
+        Scene s;
+        auto w = s.open();
+        w->setCurrentFile(s.path("current.ymp"));
+        w->Bouton[4]->click();  // the radio's channels
+        QVERIFY(w->SaveMemFile());
+        QVERIFY(writeFile(s.path("in.csv"), header + "2,Net,7074.00,USB,0.00,A,yes\r\n"));
+        QVERIFY(w->ImportCsv(s.path("in.csv")));
+        QVERIFY(w->Bouton[5]->isEnabled());
+        // Cancel: neither the file nor the radio changes.
+        const QByteArray before = readFile(s.path("current.ymp"));
+        const MemoryChannel twoBefore = s.radio.channel(2);
+        s.dialogs.saveAnswer = false;
+        w->Bouton[5]->click();
+        QCOMPARE(s.dialogs.saveQuestions.size(), 1);
+        QVERIFY(s.dialogs.confirmations.isEmpty());
+        QCOMPARE(readFile(s.path("current.ymp")), before);
+        QCOMPARE(s.radio.channel(2).data.freq10Hz, twoBefore.data.freq10Hz);
+        // Save and upload: the imported list, not the old file, goes into the radio.
+        s.dialogs.saveAnswer = true;
+        s.dialogs.confirmAnswer = true;
+        w->Bouton[5]->click();
+        QVERIFY(!w->uploading());
+        QCOMPARE(s.dialogs.saveQuestions.size(), 2);
+        QVERIFY(readFile(s.path("current.ymp")) != before);
+        QCOMPARE(s.radio.channel(2).data.freq10Hz, 707400);
+        QVERIFY(s.radio.channel(2).masked);
+        // Now the table is the file: no question before the next upload.
+        w->Bouton[5]->click();
+        QCOMPARE(s.dialogs.saveQuestions.size(), 2);
+    }
+
     void import_badInput_oneMessageNamingFileLineAndProblem_tableUntouched_data()
     {
         QTest::addColumn<QByteArray>("bytes");
@@ -167,7 +228,9 @@ private slots:
         QTest::newRow("unknown mode") << header + "1,A,7074.00,USB,0,A,no\r\n2,B,7074.00,SSB,0,A,no\r\n"
                                       << QStringLiteral("Line 3: unknown mode \"SSB\".");
         QTest::newRow("frequency") << header + "1,A,31000.00,USB,0,A,no\r\n"
-                                   << QStringLiteral("Line 2: the frequency 31000.00 kHz is outside 0.03-30 MHz.");
+                                   << QStringLiteral(
+                                          "Line 2: the frequency 31000.00 kHz is outside 0.03-30 MHz "
+                                          "(9.52-30020.48 kHz with the clarifier).");
         QTest::newRow("channel") << header + "114,A,7074.00,USB,0,A,no\r\n"
                                  << QStringLiteral("Line 2: Channel 114 is outside 1-113.");
         QTest::newRow("duplicate") << header + "5,A,7074.00,USB,0,A,no\r\n5,A,7074.00,USB,0,A,no\r\n"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The memory window against the virtual radio on a pseudo-terminal, through the real serial adapter
 // and the threaded radio link: read all channels, save them, change the radio, upload the file, and
 // the radio holds the file's channels again.
@@ -12,6 +13,7 @@
 #include "SimHost.h"
 
 #include <QDir>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -109,6 +111,44 @@ private slots:
             QCOMPARE(channelModeCode(c), int(r.mde));
             QCOMPARE(c.masked, r.isMasked());
         }
+        sim.stop();
+    }
+
+    void upload_aTerminalThatGoesAwayPartWay_stopsAndNamesTheLastChannelWritten()
+    {
+        SimHost sim;
+        QString error;
+        QVERIFY2(sim.start(&error), qPrintable(error));
+        for (int n = 1; n <= 113; ++n)
+            sim.radio().setChannel(n, sceneChannel(n));
+        SimConsoleHost host(sim.devicePath());
+        FakeMemoryDialogs dialogs;
+        Mem_Frm w(host, &dialogs);
+        w.show();
+        host.link().waitForIdle();
+        w.Bouton[4]->click();
+        QTRY_VERIFY_WITH_TIMEOUT(!w.readingAll(), 20000);
+        host.link().waitForIdle();
+        QTemporaryDir dir;
+        w.setCurrentFile(dir.filePath(QStringLiteral("radio.ymp")));
+        QVERIFY(w.SaveMemFile());
+
+        dialogs.confirmAnswer = true;
+        w.Bouton[5]->click();
+        QVERIFY(dialogs.saveQuestions.isEmpty());  // the table is the file
+        QVERIFY(w.uploading());
+        // The adapter is pulled once a few channels are in.
+        QTRY_VERIFY_WITH_TIMEOUT(w.Progress->value() >= 10, 30000);
+        sim.unplug();
+        QTRY_VERIFY_WITH_TIMEOUT(!w.uploading(), 30000);
+        QCOMPARE(dialogs.errors.size(), 1);
+        QCOMPARE(dialogs.errors[0].title, QStringLiteral("Upload stopped"));
+        const QString text = dialogs.errors[0].text;
+        QVERIFY2(text.startsWith(QStringLiteral("The radio's port failed during the upload, which stopped there.\n"
+                                                "The last channel written is ")),
+                 qPrintable(text));
+        QVERIFY(w.Progress->value() < 100);
+        QVERIFY(host.pollEnabled());
         sim.stop();
     }
 };

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A current-VFO reply as the radio sends it: 16 bytes, the frequency in bytes 2-5 as a big-endian
 // count of 1/1600 kHz.

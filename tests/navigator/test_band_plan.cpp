@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "BandPlan.h"
 #include "CatPort.h"
 #include "FakeClock.h"

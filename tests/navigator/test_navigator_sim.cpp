@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The navigator against the virtual radio, through the real serial adapter on its pseudo-terminal
 // and the link on its own thread: what the keys send really moves the radio's VFO-A.
 

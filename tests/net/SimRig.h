@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The server over the whole chain, for integration tests and benchmarks: the virtual radio on a
 // pseudo-terminal, a threaded radio link on the real serial adapter, the backend fed by a small

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Hamlib's mode and VFO names against this radio's mode codes.
 
 #include "HamlibNames.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Command lines gathered from a byte stream: pieces, CR LF, and the length limit.
 
 #include "LineAssembler.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "[ADDRESS:]PORT" and the persisted "Network" settings.
 
 #include "MemorySettingsStore.h"

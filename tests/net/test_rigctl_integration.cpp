@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The server as a real hamlib client sees it: rigctl (network rig, model 2) against the server
 // running over a threaded radio link on the virtual radio, with the poll running. Each set is
 // checked on the virtual radio's state and in the log of the bytes it received.

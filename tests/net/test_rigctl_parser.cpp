@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Taking a command line apart: short and long names, the VFO token, arguments, extended prefixes.
 
 #include "RigctlParser.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The TCP server on the loopback: several clients, the order of replies, the limits, and the
 // transmitter safety rules.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A client's command lines and the exact replies, against a radio whose state the test arranges.
 
 #include "DumpState.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The S-meter byte as dB relative to S9.
 
 #include "SMeterCalibration.h"

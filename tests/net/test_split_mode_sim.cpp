@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A client setting VFO-B's mode, against the virtual radio's model on a fake line: what the radio
 // ends up holding and exactly what it was sent.
 

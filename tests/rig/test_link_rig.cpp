@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The server's radio over the radio link: the bytes each set sends, and the snapshot the poll feeds.
 
 #include "CatCommand.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A stand-in for the main window around the band scope: a radio link (inline on a fake port and
 // fake clock, or threaded on any port), and everything the scope shows or asks as plain fields.
@@ -64,6 +65,11 @@ public:
         plotFileQuestions.append(suggested);
         return plotFileAnswer;
     }
+    bool confirmPlotFiles(const QString& title, const QString& text) override
+    {
+        plotQuestions.append({title, text});
+        return plotQuestionAnswer;
+    }
     void showScopeError(const QString& title, const QString& text) override { errors.append({title, text}); }
 
     // Fake-port helpers.
@@ -89,8 +95,10 @@ public:
     double vfoA = 14250.0, vfoB = 7050.0;
     MemorySettingsStore store;
     QStringList plotFileQuestions;
-    QString plotFileAnswer;                 // empty: the file dialog was cancelled
-    QList<QPair<QString, QString>> errors;  // message boxes: title, text
+    QString plotFileAnswer;                        // empty: the file dialog was cancelled
+    QList<QPair<QString, QString>> plotQuestions;  // before files are replaced: title, text
+    bool plotQuestionAnswer = true;                // Save (false: Cancel)
+    QList<QPair<QString, QString>> errors;         // message boxes: title, text
 
 private:
     std::unique_ptr<RadioLink> link_;

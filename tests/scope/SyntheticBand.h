@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A radio for the fake port that only knows where its two receivers are tuned and what the
 // S-meter reads there: a few stations on a noise floor. The frames it understands are the VFO

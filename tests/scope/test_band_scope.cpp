@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The band scope frame on the offscreen platform, on an inline link with a fake port and clock:
 // its controls, the plot keys' sweeps as they reach the wire and the picture, Cancel, the S-record
 // timer, the centre, the receiver choice and the pointer.

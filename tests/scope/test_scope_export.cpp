@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The band scope's CSV files: a sweep's samples by frequency, an S-record's readings by time, the
 // files' names beside the picture.
 
@@ -55,6 +56,47 @@ private slots:
         QCOMPARE(ScopeExport::recordCsvPath(QStringLiteral("/home/op/band.PNG")),
                  QStringLiteral("/home/op/band-srecord.csv"));
         QCOMPARE(ScopeExport::sweepCsvPath(QStringLiteral("/home/op/band")), QStringLiteral("/home/op/band-sweep.csv"));
+    }
+
+    void plan_addsTheSuffixBeforeLookingForFilesToReplace()
+    {
+        const QStringList there = {"/op/plot.png"};
+        const auto exists = [&there](const QString& p) { return there.contains(p); };
+        const ScopeExport::PlotFiles f =
+            ScopeExport::planPlotFiles(QStringLiteral("/op/plot"), ScopeExport::SweepKept::None, false, exists);
+        QCOMPARE(f.png, QStringLiteral("/op/plot.png"));
+        QCOMPARE(f.replaced, QStringList{QStringLiteral("/op/plot.png")});
+        QVERIFY(f.question().contains(QStringLiteral("replaced:\n    plot.png\n")));
+    }
+
+    void plan_namesEveryFileItReplacesAndEveryCsvThatDoesNotBelong()
+    {
+        const QStringList there = {"/op/a.png", "/op/a-sweep.csv", "/op/a-srecord.csv"};
+        const auto exists = [&there](const QString& p) { return there.contains(p); };
+        const ScopeExport::PlotFiles f =
+            ScopeExport::planPlotFiles(QStringLiteral("/op/a.png"), ScopeExport::SweepKept::Whole, false, exists);
+        QCOMPARE(f.paths(), (QStringList{"/op/a.png", "/op/a-sweep.csv"}));
+        QCOMPARE(f.replaced, (QStringList{"/op/a.png", "/op/a-sweep.csv"}));
+        QCOMPARE(f.strays, QStringList{QStringLiteral("/op/a-srecord.csv")});
+        const QString q = f.question();
+        QVERIFY(q.contains(QStringLiteral("replaced:\n    a.png\n    a-sweep.csv\n")));
+        QVERIFY(q.contains(QStringLiteral("do not belong to this one; they are left as they are:\n    a-srecord.csv")));
+    }
+
+    void plan_nothingInTheWay_asksNothing()
+    {
+        const ScopeExport::PlotFiles f = ScopeExport::planPlotFiles(
+            QStringLiteral("/op/b.png"), ScopeExport::SweepKept::Whole, true, [](const QString&) { return false; });
+        QCOMPARE(f.paths(), (QStringList{"/op/b.png", "/op/b-sweep.csv", "/op/b-srecord.csv"}));
+        QVERIFY(f.question().isEmpty());
+    }
+
+    void plan_aSweepCutShort_writesNoSweepCsvAndSaysSo()
+    {
+        const ScopeExport::PlotFiles f = ScopeExport::planPlotFiles(
+            QStringLiteral("/op/c.png"), ScopeExport::SweepKept::CutShort, false, [](const QString&) { return false; });
+        QCOMPARE(f.paths(), QStringList{QStringLiteral("/op/c.png")});
+        QVERIFY(f.question().contains(QStringLiteral("cancelled before a whole pass")));
     }
 };
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The band scope's results on the offscreen platform, on an inline link with a fake port and clock:
 // the waterfall under the plot (its toggle, its rows as sweeps finish, newest on top) and
 // "Save Plot..." (the PNG, the CSV files beside it, a folder that cannot be written).
@@ -34,6 +35,12 @@ QByteArray readAll(const QString& path)
     if (!f.open(QIODevice::ReadOnly))
         return {};
     return f.readAll();
+}
+
+bool writeBytes(const QString& path, const QByteArray& bytes)
+{
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
 }
 
 int countColour(const QImage& img, int line, QRgb colour)
@@ -277,6 +284,76 @@ private slots:
         QCOMPARE(scope->waterfall().rowCount(), 1);
         QVERIFY(scope->panBox()->plotItemCount() == 0);  // Cancel redrew the graticule
         QVERIFY(host->meterWrites().size() == 6);
+    }
+
+    void savePlotKey_aNameWithoutSuffix_asksBeforeReplacingThePicture()
+    {
+        click(48);
+        click(49);
+        QTemporaryDir dir;
+        const QString png = dir.filePath(QStringLiteral("plot.png"));
+        QVERIFY(writeBytes(png, "old picture"));
+        host->plotFileAnswer = dir.filePath(QStringLiteral("plot"));
+        host->plotQuestionAnswer = false;
+        QTest::mouseClick(scope->savePlotKey(), Qt::LeftButton);
+        QCOMPARE(host->plotQuestions.size(), 1);
+        QVERIFY2(host->plotQuestions[0].second.contains(QStringLiteral("    plot.png\n")),
+                 qPrintable(host->plotQuestions[0].second));
+        QCOMPARE(readAll(png), QByteArray("old picture"));  // Cancel: nothing written
+        QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("plot-sweep.csv"))));
+        host->plotQuestionAnswer = true;
+        QTest::mouseClick(scope->savePlotKey(), Qt::LeftButton);
+        QCOMPARE(host->plotQuestions.size(), 2);
+        QVERIFY(!QImage(png).isNull());
+        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("plot-sweep.csv"))));
+    }
+
+    void savePlotKey_namesTheCsvsItReplacesAndLeavesAnOldRecordingSaying()
+    {
+        click(48);
+        click(49);
+        QTemporaryDir dir;
+        QVERIFY(writeBytes(dir.filePath(QStringLiteral("p-sweep.csv")), "old sweep"));
+        QVERIFY(writeBytes(dir.filePath(QStringLiteral("p-srecord.csv")), "old recording"));
+        host->plotFileAnswer = dir.filePath(QStringLiteral("p.png"));
+        QTest::mouseClick(scope->savePlotKey(), Qt::LeftButton);
+        QCOMPARE(host->plotQuestions.size(), 1);
+        const QString q = host->plotQuestions[0].second;
+        QVERIFY2(q.contains(QStringLiteral("replaced:\n    p-sweep.csv\n")), qPrintable(q));
+        QVERIFY2(q.contains(QStringLiteral("left as they are:\n    p-srecord.csv\n")), qPrintable(q));
+        QVERIFY(readAll(dir.filePath(QStringLiteral("p-sweep.csv"))).startsWith("Frequency_kHz"));
+        QCOMPARE(readAll(dir.filePath(QStringLiteral("p-srecord.csv"))), QByteArray("old recording"));
+    }
+
+    void savePlotKey_nothingInTheWay_asksNothing()
+    {
+        click(48);
+        click(49);
+        QTemporaryDir dir;
+        host->plotFileAnswer = dir.filePath(QStringLiteral("new.png"));
+        QTest::mouseClick(scope->savePlotKey(), Qt::LeftButton);
+        QVERIFY(host->plotQuestions.isEmpty());
+        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("new-sweep.csv"))));
+    }
+
+    void savePlot_afterACancelBeforeAWholePass_writesNoPartialSweepAndSaysSo()
+    {
+        continuousPasses(1);  // Cancel in the first pass: two samples read, three never
+        QTemporaryDir dir;
+        host->plotFileAnswer = dir.filePath(QStringLiteral("cut.png"));
+        QTest::mouseClick(scope->savePlotKey(), Qt::LeftButton);
+        QCOMPARE(host->plotQuestions.size(), 1);
+        QVERIFY(host->plotQuestions[0].second.contains(QStringLiteral("cancelled before a whole pass")));
+        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("cut.png"))));
+        QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("cut-sweep.csv"))));
+    }
+
+    void savePlot_afterACancelLaterOn_writesTheLastWholePass()
+    {
+        continuousPasses(2);
+        QTemporaryDir dir;
+        QVERIFY(scope->savePlot(dir.filePath(QStringLiteral("whole.png"))));
+        QCOMPARE(readAll(dir.filePath(QStringLiteral("whole-sweep.csv"))).count('\n'), 1 + 5);
     }
 
     void savePlotKey_asksForTheFileAndSavesThere()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sweeps end to end: the scope on a threaded link with the real serial adapter, over the virtual
 // radio's pseudo-terminal, in real time. The samples arrive while the window's event loop runs.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sweep's work on the link: the bytes and waits of each step, samples handed out as they come,
 // the cancel flag looked at between steps, the tune back and the S-record read.
 

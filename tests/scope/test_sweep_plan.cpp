@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The scope's arithmetic: sample plans for every pair of list values, the value handed to the
 // frequency setting, the drawing of one sample, the plot's extent, the graticule's labels and the
 // pointer readout.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The waterfall's rows without a window: samples to colours on the S-level scale, the legend, the
 // history bound and its order, and the row's pixels under a plot of the same span.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A client of a sharing port or of the network server that runs on a thread of its own with
 // blocking calls, as another program on the machine would, while the event loop of the test or the

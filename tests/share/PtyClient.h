@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A test's client of a sharing port: opens the device as another program would, writes, and
 // collects what comes back while the test's event loop runs the port.

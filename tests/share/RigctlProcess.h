@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // hamlib's rigctl as a test runs it against a sharing port: one process, one command, with the test's
 // event loop serving the port while the client runs.

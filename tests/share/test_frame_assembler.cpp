@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The five-byte framing of the radio's own protocol, with the arrival times handed in: five bytes
 // make a command, a pause of more than 50 ms between two bytes drops the unfinished frame.
 

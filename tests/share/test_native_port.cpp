@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The native port end to end on its pseudo-terminal: a client writes the radio's five-byte commands
 // and reads the replies. Behind the port, an inline radio link on a recording serial port answered
 // by the virtual radio, and a poll run the way the main window runs it.

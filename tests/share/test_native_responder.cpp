@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The native port's conversation without a terminal: a fake radio whose poll replies the test
 // arranges, and which records every set and every question put to the radio.
 

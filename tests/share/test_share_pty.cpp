@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sharing port's pseudo-terminal: a client opens the stable link, writes and gets replies; the
 // terminal is raw and survives clients that come and go; the link is private and goes on close.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sharing ports' stored choice and the command line's list of ports.
 #include "MemorySettingsStore.h"
 #include "SharingSettings.h"

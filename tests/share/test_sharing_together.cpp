@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // All three front doors at once on one link to the virtual radio: a network client, a client of the
 // text port and a client of the native port, each on a thread of its own as another program would be,
 // while the poll runs. Each client's sets reach the radio in its order and none is lost but for a

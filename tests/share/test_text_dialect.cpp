@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text dialect's values: mode digits both ways, the S-meter scale, and the 38-character
 // information record field by field.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text port's framing: commands end with ';', one write may hold several or part of one,
 // CR and LF and other unprintable bytes are dropped, letters come out in upper case, and a command
 // longer than 64 characters is dropped whole.

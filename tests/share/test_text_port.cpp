@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text port end to end on its pseudo-terminal: a client writes the dialect and reads replies,
 // against a fake radio that records what it was asked to do.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text port over the whole chain, as the field's own client drives it: hamlib's rigctl for the
 // Kenwood TS-2000 (model 2014) on the port, the network server's backend behind it, a threaded link
 // to the virtual radio, the poll running. Each answer is checked, and each set in the five-byte

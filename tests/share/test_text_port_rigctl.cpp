@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text port as the field's own client sees it: hamlib's rigctl for the Kenwood TS-2000
 // (model 2014) opens the port's link as a serial radio, and each of its commands must read and
 // set the radio behind the port, here a fake that records every set.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One text-port client's conversation against a fake radio: every read with its exact reply, every
 // set with no reply and the radio call it makes, and each bad input answered "?;".
 

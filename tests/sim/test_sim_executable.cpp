@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The ft1000-sim executable: prints its device path, answers there as the chosen model, and ends
 // cleanly on SIGTERM.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The fast link against the virtual radio on a pseudo-terminal, with the real serial adapter and
 // clock: a fast poll decodes what an exact poll decodes, for a radio that answers at once and for
 // one that starts each reply 30 ms late.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The real serial adapter against the virtual radio on a pseudo-terminal, in real time: the
 // program's own procedures and decoders must read what the radio holds.
 

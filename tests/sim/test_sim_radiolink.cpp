@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The radio link on its own thread, with the real serial adapter on the virtual radio: a poll job
 // runs on the link thread and its decoded result arrives on the GUI thread.
 

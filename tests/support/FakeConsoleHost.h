@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A stand-in for the main window in tests of the other windows: a radio link on a fake port and
 // fake clock, run inline, and every shared number, indicator and menu mark as plain fields.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // A radio for the doors' tests: a state the test arranges and a list of every set it was given, each
 // applied to the state as the real one would (frequencies to the 10 Hz step).

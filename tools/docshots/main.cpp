@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // ft-docshots: the pictures of the README, taken from the program's own windows on its virtual radio.
 // Each picture gets a fresh program: the virtual radio on a pseudo-terminal, the radio link on its
 // thread and the main window with its windows, wired as the program wires them; the windows are

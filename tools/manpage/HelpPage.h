@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // Turns a program's --help text (as QCommandLineParser prints it) into the OPTIONS section of a
 // manual page, so the page lists exactly the options the program accepts.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // ft-manpage: writes a program's manual page from a template and the program's own --help, so the
 // page's options are the ones the program accepts. Runs at build time.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The band scope frame of the main window (Frame(1)): span and resolution lists, scan modes, the
 // receiver choice, the centre frequency, the plot keys and the plot itself.
@@ -66,7 +67,10 @@ public:
     void SavePlot_Click();
     // Writes the picture (plot, and waterfall when shown) to pngPath and the samples of the last
     // sweep and S-record beside it; a file that cannot be written is named in a message box.
-    bool savePlot(const QString& pngPath);
+    // Writes the picture and its CSVs for a name chosen in the dialog, without asking; false, with
+    // the message shown, when a file could not be written.
+    bool savePlot(const QString& chosen);
+    ScopeExport::SweepKept sweepKept() const;
     QImage plotImage() const;
     const QList<SweepSample>& lastSweep() const;
     const QList<RecordReading>& lastRecording() const;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The band scope's results: the waterfall of the finished passes under the plot, and "Save Plot...",
 // which writes the picture as PNG and the last sweep's and S-record's samples as CSV beside it.
 #include "BandScope.h"
@@ -11,6 +12,7 @@
 #include "SettingsStore.h"
 #include "WaterfallView.h"
 
+#include <QBuffer>
 #include <QCheckBox>
 #include <QDateTime>
 #include <QDir>
@@ -18,7 +20,6 @@
 #include <QImage>
 #include <QPainter>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 namespace {
@@ -27,26 +28,13 @@ const QString WaterfallKey = QStringLiteral("Waterfall");
 const QString PlotFolderKey = QStringLiteral("PlotFolder");
 const QString SaveErrorTitle = QStringLiteral("Save Plot");
 
-// Writes through a temporary file, so that a failed write leaves an older file as it was.
-bool writeFile(const QString& path, const QByteArray& bytes)
+QByteArray pngBytes(const QImage& image)
 {
-    QSaveFile f(path);
-    if (!f.open(QIODevice::WriteOnly))
-        return false;
-    f.write(bytes);
-    return f.commit();
-}
-
-bool writeImage(const QString& path, const QImage& image)
-{
-    QSaveFile f(path);
-    if (!f.open(QIODevice::WriteOnly))
-        return false;
-    if (!image.save(&f, "PNG")) {
-        f.cancelWriting();
-        return false;
-    }
-    return f.commit();
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
 }
 }  // namespace
 
@@ -125,6 +113,13 @@ QImage BandScope::plotImage() const
     return both;
 }
 
+ScopeExport::SweepKept BandScope::sweepKept() const
+{
+    if (!lastSweep().isEmpty())
+        return ScopeExport::SweepKept::Whole;
+    return sweep_->onlyCutShort() ? ScopeExport::SweepKept::CutShort : ScopeExport::SweepKept::None;
+}
+
 void BandScope::SavePlot_Click()
 {
     QString folder = host_.settings().value(Section, PlotFolderKey);
@@ -132,38 +127,34 @@ void BandScope::SavePlot_Click()
         folder = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
     const QString name =
         QStringLiteral("band-scope-%1.png").arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmm")));
-    const QString path = host_.askPlotFile(QDir(folder).filePath(name));
-    if (path.isEmpty())
+    const QString chosen = host_.askPlotFile(QDir(folder).filePath(name));
+    if (chosen.isEmpty())
         return;
-    host_.settings().setValue(Section, PlotFolderKey, QFileInfo(path).absolutePath());
-    savePlot(path);
+    host_.settings().setValue(Section, PlotFolderKey, QFileInfo(chosen).absolutePath());
+    const ScopeExport::PlotFiles files =
+        ScopeExport::planPlotFiles(chosen, sweepKept(), !lastRecording().isEmpty(),
+                                   [](const QString& p) { return QFileInfo::exists(p) || QFileInfo(p).isSymLink(); });
+    const QString question = files.question();
+    if (!question.isEmpty() && !host_.confirmPlotFiles(SaveErrorTitle, question))
+        return;
+    savePlot(chosen);
 }
 
-bool BandScope::savePlot(const QString& pngPath)
+bool BandScope::savePlot(const QString& chosen)
 {
-    struct Output {
-        QString path;
-        std::function<bool(const QString&)> write;
-    };
-    QList<Output> outputs;
-    const QImage image = plotImage();
-    outputs.append({pngPath, [image](const QString& p) { return writeImage(p, image); }});
-    if (!lastSweep().isEmpty()) {
-        const QByteArray csv = ScopeExport::sweepCsv(lastSweep());
-        outputs.append({ScopeExport::sweepCsvPath(pngPath), [csv](const QString& p) { return writeFile(p, csv); }});
-    }
-    if (!lastRecording().isEmpty()) {
-        const QByteArray csv = ScopeExport::recordCsv(lastRecording());
-        outputs.append({ScopeExport::recordCsvPath(pngPath), [csv](const QString& p) { return writeFile(p, csv); }});
-    }
-    for (const Output& o : outputs) {
-        if (!o.write(o.path)) {
-            // The scope goes on as it was; only the operator is told which file failed.
-            qCWarning(lcScope) << "could not write" << o.path;
-            host_.showScopeError(SaveErrorTitle,
-                                 QStringLiteral("Could not write the file\n%1").arg(QDir::toNativeSeparators(o.path)));
-            return false;
-        }
+    const ScopeExport::PlotFiles files = ScopeExport::planPlotFiles(chosen, sweepKept(), !lastRecording().isEmpty(),
+                                                                    [](const QString&) { return false; });
+    QList<QPair<QString, QByteArray>> outputs{{files.png, pngBytes(plotImage())}};
+    if (!files.sweep.isEmpty())
+        outputs.append({files.sweep, ScopeExport::sweepCsv(lastSweep())});
+    if (!files.record.isEmpty())
+        outputs.append({files.record, ScopeExport::recordCsv(lastRecording())});
+    const ScopeExport::PlotWrite written = ScopeExport::writePlotFiles(outputs);
+    if (!written.ok) {
+        // The scope goes on as it was; only the operator is told which file failed.
+        qCWarning(lcScope) << "could not write" << written.failed;
+        host_.showScopeError(SaveErrorTitle, written.message);
+        return false;
     }
     return true;
 }

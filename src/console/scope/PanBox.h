@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The scope's picture box. What is drawn on it stays: every line and text is kept in drawing units,
 // with the scale that was in force when it was drawn, and rendered again at the widget's size, so

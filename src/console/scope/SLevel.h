@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The S-meter's reading in the words an operator uses: S-units up to S9, decibels over S9 above it,
 // placed where the main window's S-meter scale puts them (the graticule's S-unit lines), and the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The entries of the scope's lists, its plot colours and its start-up choices. Every list entry is
 // read by its leading number: "12.5 Khz" is 12.5 kHz, "10 mn" is ten minutes.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The band scope's S-record, apart from its widgets: Timer2 reads the receiver's S-meter every
 // 2992 ms with the poll off, one read per tick (ticks that fall due while a read waits are merged),

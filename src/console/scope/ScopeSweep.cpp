@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ScopeSweep.h"
 
 #include "CatPort.h"
@@ -27,6 +28,7 @@ void ScopeSweep::start()
 {
     busy_ = true;
     passEnded_ = false;
+    lastPass_.clear();
     cancel_->store(false);
     startPass();
 }
@@ -76,8 +78,6 @@ void ScopeSweep::startPass()
 void ScopeSweep::onSample(const SweepPlan& plan, const SweepSample& sample)
 {
     pass_.append(sample);
-    if (!passEnded_)
-        lastPass_ = pass_;
     emit sampleRead(plan, sample);
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The band scope's sweep, apart from its widgets: passes over the plan run on the link thread one
 // after another while the scope asks for another, each with the poll off, and "Cancel" stops the
@@ -32,9 +33,11 @@ public:
     void cancel();                       // the pass under way stops after its step, and no other pass follows
     bool busy() const { return busy_; }  // from start() to the end of the last pass
     bool passRunning() const { return passRunning_; }
-    // The samples of the last pass that ran to its end; of the pass under way or cut short when no
-    // pass of this sweep has ended yet.
+    // The samples of the last pass of this sweep that ran to its end; none while no pass has, so that
+    // a pass cut short is never taken for a whole one.
     const QList<SweepSample>& lastPass() const { return lastPass_; }
+    // No pass of this sweep has ended, and one was cut short (or is under way) with samples.
+    bool onlyCutShort() const { return !passEnded_ && !pass_.isEmpty(); }
 
 signals:
     void passStarted(const SweepPlan& plan, int receiver);

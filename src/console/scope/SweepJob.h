@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The scope's work on the link thread: one pass of a sweep, the tune back to the centre, and the
 // single meter read of an S-record tick. Results go out through callbacks as they come; the window

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The scope's arithmetic: which frequencies a sweep visits, what goes to the radio for each, where
 // each sample is drawn, and what frequency lies under the pointer.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The band scope's waterfall without a window: each finished sweep pass becomes one row of colour,
 // one cell per sample on the S-level colour scale, newest first, at most HistoryRows kept. A row

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 // The waterfall under the band scope's plot: one line of pixels a finished sweep, newest at the top,
 // with the S-level colour legend below. It keeps the picture as an image: a new row scrolls the
