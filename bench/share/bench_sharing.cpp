@@ -97,7 +97,7 @@ Figures measure(bool fast, QTextStream& err)
         return f;
     }
     rig.link->setFastLink(fast);
-    NativePort native(*rig.backend, *rig.link, rig.cache);
+    NativePort native(*rig.backend, rig.cache);
     TextPort text(*rig.backend);
     if (!native.open(&error) || !text.open(&error)) {
         err << "bench_sharing: " << error << Qt::endl;

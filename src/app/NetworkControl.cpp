@@ -29,8 +29,14 @@ NetworkControl::NetworkControl(Form1& form, SettingsStore& settings, QObject* pa
             backend_->update(*lastStatus_, f, form_.mainSMeterValue());
     });
     connect(&form, &Form1::txAuthorizationChanged, this, [this](bool on) { backend_->setTxAuthorized(on); });
-    // Unkey a networked transmitter before the window closes the port.
-    connect(&form, &Form1::aboutToClose, this, &NetworkControl::stop);
+    connect(&form, &Form1::scopeShownChanged, this, [this](bool shown) { backend_->setScopeShown(shown); });
+    connect(&form, &Form1::portClosing, this, [this] { backend_->releaseKeyBeforePortCloses(); });
+    // The window is closing: what clients still have waiting on the link is dropped, not run, so the
+    // window does not wait for it; a client's key is released before the window closes the port.
+    connect(&form, &Form1::aboutToClose, this, [this] {
+        backend_->abandonClientJobs();
+        stop();
+    });
     connect(server_.get(), &RigctlServer::clientCountChanged, this, &NetworkControl::showState);
 
     if (QMenu* setup = form.setupMenu()) {

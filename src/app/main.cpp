@@ -101,8 +101,8 @@ int main(int argc, char* argv[])
     // the native port answers the poll's reads from the main window's poll.
     auto sharing = std::make_unique<SharingControl>(
         *form, *settings,
-        std::make_unique<SharingPortOf<NativePort>>(
-            std::make_unique<NativePort>(network->backend(), link, form->pollCache()), NativePort::LinkName),
+        std::make_unique<SharingPortOf<NativePort>>(std::make_unique<NativePort>(network->backend(), form->pollCache()),
+                                                    NativePort::LinkName),
         std::make_unique<SharingPortOf<TextPort>>(std::make_unique<TextPort>(network->backend()), TextPort::LinkName));
     QObject::connect(sharing.get(), &SharingControl::portOpened, [](const QString& line) {
         std::printf("%s\n", qPrintable(line));

@@ -144,6 +144,11 @@ signals:
     void flagsShown(const FlagsView& view);
     void txAuthorizationChanged(bool authorized);
     void aboutToClose();
+    // The serial port is about to be closed (the window closing, the port dialog opening): what
+    // keyed the transmitter through the program unkeys it now, while the line is still there.
+    void portClosing();
+    // The band scope shown or hidden: while it sweeps, nothing may key the transmitter.
+    void scopeShownChanged(bool shown);
     // A timer poll has run to its end on the link (whatever the radio answered).
     void pollFinished();
 

@@ -188,8 +188,11 @@ void Form1::toggleScope()
         // disabled from start-up on, and hiding the scope must not hand the operator a key that
         // the Setup menu has refused.
         Key[Ptt]->setEnabled(txAuthorized());
+        emit scopeShownChanged(false);
         Key_Click(ScopeCancel);
     } else {
+        // Before the first retune: a client's key is released and no other is taken.
+        emit scopeShownChanged(true);
         fitScope();
         Key_Click(GetCenter);
         scope_->startRedraw();

@@ -145,8 +145,10 @@ void Form1::showConfigScrn(bool modal)
     if (!configScrn_)
         configScrn_ = new ConfigScrn(*this, prompts_, this);
     configScrn_->setRerunOkOnRelease(portOverride_.isEmpty());
-    if (!configScrn_->isVisible())
+    if (!configScrn_->isVisible()) {
+        emit portClosing();  // the dialog closes the port as it opens
         configScrn_->Form_Load();
+    }
     if (modal) {
         prompts_.execDialog(configScrn_);
     } else {
@@ -165,6 +167,7 @@ void Form1::closeEvent(QCloseEvent* event)
     }
     // Form_QueryUnload: close the port, save the placement and the transmit permission, end.
     emit aboutToClose();
+    emit portClosing();
     setPollEnabled(false);
     if (portWatch_)
         portWatch_->stop();

@@ -17,9 +17,20 @@ unsigned PollCache::recordsChangedBy(const CatCommand& set)
         case Op::WriteMemory:
         case Op::VfoSelect:
         case Op::MemoryToVfoA:
-            return StatusRecords | FlagsRecord;  // and the VFO / MEM / M-TUN indications
+            // and the VFO / MEM / M-TUN indications, and the meters of the receiver now tuned elsewhere
+            return StatusRecords | FlagsRecord | MeterRecords;
         case Op::Edsp:
             return StatusRecords | MeterRecords;  // filters in the status record, the CW pitch meter
+        case Op::SetVfoA:
+        case Op::SetVfoB:
+        case Op::StepUp:
+        case Op::StepDown:
+        case Op::Clarifier:
+        case Op::SetMode:
+        case Op::FilterSelect:
+            // What the receiver hears moves with its frequency, mode and filter: an S-meter reading
+            // taken before such a set is not one of the signal after it.
+            return StatusRecords | MeterRecords;
         default:
             return StatusRecords;
     }

@@ -61,8 +61,6 @@ bool RigctlServer::listen(const QString& address, quint16 port, QString* error)
 
 void RigctlServer::stop()
 {
-    if (pttOwner_ != nullptr)
-        releasePtt(pttOwner_);
     server_->close();
     const bool had = !clients_.empty();
     auto clients = std::move(clients_);
@@ -124,9 +122,6 @@ void RigctlServer::readClient(QTcpSocket* socket)
         const RigctlSession::Result r = client.session.handleLine(QString::fromLatin1(line));
         qCDebug(lcNet) << socket->peerPort() << line << "->" << r.reply;
         socket->write(r.reply);
-        // Whoever keyed last owns the transmitter; any client's T 0 unkeys it for all.
-        if (r.pttKeyed)
-            pttOwner_ = *r.pttKeyed ? &client : nullptr;
         if (r.close) {
             client.closing = true;
             socket->disconnectFromHost();
@@ -143,22 +138,12 @@ void RigctlServer::readClient(QTcpSocket* socket)
     }
 }
 
-void RigctlServer::releasePtt(const Client* client)
-{
-    if (client == nullptr || client != pttOwner_)
-        return;
-    pttOwner_ = nullptr;
-    qCInfo(lcNet) << "unkeying the transmitter a client keyed";
-    backend_.setPtt(false);
-}
-
 void RigctlServer::dropClient(QTcpSocket* socket)
 {
     const auto it = clients_.find(socket);
     if (it == clients_.end())
         return;
-    releasePtt(it->second.get());
-    clients_.erase(it);
+    clients_.erase(it);  // its session goes, and the rig unkeys a transmitter it keyed
     socket->disconnect(this);
     emit clientCountChanged(clientCount());
 }

@@ -49,10 +49,8 @@ private:
     void acceptClients();
     void readClient(QTcpSocket* socket);
     void dropClient(QTcpSocket* socket);
-    void releasePtt(const Client* client);
 
     Rig& backend_;
     QTcpServer* server_;
     std::map<QTcpSocket*, std::unique_ptr<Client>> clients_;
-    const Client* pttOwner_ = nullptr;  // the client whose T 1 keyed the transmitter
 };

@@ -167,7 +167,7 @@ RigctlSession::Outcome RigctlSession::setFreq(RigVfo vfo, const QStringList& arg
         o.code = Rprt::Rejected;
         return o;
     }
-    backend_.setFrequency(vfo, std::llround(hz));
+    o.code = codeFor(backend_.setFrequency(vfo, std::llround(hz)));
     return o;
 }
 
@@ -212,7 +212,7 @@ RigctlSession::Outcome RigctlSession::setMode(RigVfo vfo, const QStringList& arg
         o.code = Rprt::Rejected;
         return o;
     }
-    backend_.setMode(*code);
+    o.code = codeFor(backend_.setMode(*code));
     return o;
 }
 
@@ -232,7 +232,7 @@ RigctlSession::Outcome RigctlSession::setModeB(int code)
         o.code = Rprt::Rejected;
         return o;
     }
-    backend_.setModeB(code);
+    o.code = codeFor(backend_.setModeB(code));
     return o;
 }
 
@@ -275,7 +275,7 @@ RigctlSession::Outcome RigctlSession::setSplit(const QStringList& args)
         o.code = Rprt::Rejected;
         return o;
     }
-    backend_.setSplit(split == 1);
+    o.code = codeFor(backend_.setSplit(split == 1));
     return o;
 }
 
@@ -290,13 +290,16 @@ RigctlSession::Outcome RigctlSession::setPtt(const QStringList& args, Result& re
         return o;
     }
     const bool on = ptt != 0;
-    if ((on && !backend_.txAuthorized()) || !backend_.linkUp()) {
-        o.code = Rprt::Rejected;
-        return o;
-    }
-    backend_.setPtt(on);
-    result.pttKeyed = on;
+    // The rig's gate: the link up, and for a key Authorize Tx and no scope sweeping.
+    o.code = codeFor(backend_.setPtt(on));
+    if (o.code == Rprt::Ok)
+        result.pttKeyed = on;
     return o;
+}
+
+int RigctlSession::codeFor(Refusal refusal)
+{
+    return refusal == Refusal::None ? Rprt::Ok : Rprt::Rejected;
 }
 
 RigctlSession::Outcome RigctlSession::getLevel(const QStringList& args)

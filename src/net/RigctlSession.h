@@ -22,7 +22,9 @@
 
 class RigctlSession {
 public:
-    explicit RigctlSession(Rig& backend) : backend_(backend) {}
+    // The session is one client of the rig for as long as it lives: a key it holds is released
+    // when it goes.
+    explicit RigctlSession(Rig& backend) : backend_(backend, QStringLiteral("network")) {}
 
     struct Result {
         QByteArray reply;              // empty only for a blank line
@@ -55,8 +57,9 @@ private:
     std::optional<RigVfo> resolve(VfoToken token) const;
 
     static QByteArray format(const ParsedLine& p, const Outcome& o);
+    static int codeFor(Refusal refusal);
 
-    Rig& backend_;
+    RigClient backend_;
     RigVfo current_ = RigVfo::A;
 };
 

@@ -1,63 +1,42 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "NativePort.h"
 
-#include "CatPort.h"
 #include "PollCache.h"
-#include "RadioLink.h"
 #include "Rig.h"
 #include "ShareLog.h"
 #include "ThreadHandoff.h"
-#include "Timing.h"
 
-// The radio behind the port: the poll's replies, and jobs on the radio link.
+// The radio behind the port: the poll's replies, and the port's client of the rig, through which its
+// sets and questions go to the link (the rig hands the replies back only while the client lives).
 class NativePort::LinkRadio final : public NativeRadio {
 public:
-    LinkRadio(Rig& rig, RadioLink& link, PollCache& cache, QObject& context)
-        : rig_(rig), link_(link), cache_(cache), context_(context)
-    {
-    }
+    LinkRadio(Rig& rig, PollCache& cache) : client_(rig, QStringLiteral("native port")), cache_(cache) {}
 
-    bool txAuthorized() const override { return rig_.txAuthorized(); }
     PollCache::Ticket ticket() const override { return cache_.ticket(); }
     PollCache::Answer polled(const CatCommand& read, const PollCache::Ticket& ticket) const override
     {
         return cache_.answer(read, ticket);
     }
-
-    void forwardSet(const CatCommand& set) override
+    Refusal forwardSet(const CatCommand& set) override { return client_.send(set); }
+    bool passThrough(const CatCommand& read, std::function<void(const QByteArray&)> done) override
     {
-        const unsigned records = PollCache::recordsChangedBy(set);
-        cache_.setPosted(records);
-        PollCache* cache = &cache_;
-        link_.post([set, records, cache](CatPort& port) {
-            if (port.isOpen())
-                port.send(set);
-            cache->setSent(records);
-        });
+        return client_.ask(read, std::move(done)) == Refusal::None;
     }
 
-    void passThrough(const CatCommand& read, std::function<void(const QByteArray&)> done) override
-    {
-        RadioLink* link = &link_;
-        QObject* context = &context_;
-        link_.post([read, done = std::move(done), link, context](CatPort& port) {
-            const QByteArray reply = port.isOpen() ? port.request(read, replyWaitMs(read), true) : QByteArray();
-            link->deliver(context, [done, reply] { done(reply); });
-        });
-    }
+    RigClient& client() { return client_; }
 
 private:
-    Rig& rig_;
-    RadioLink& link_;
+    RigClient client_;
     PollCache& cache_;
-    QObject& context_;
 };
 
-NativePort::NativePort(Rig& rig, RadioLink& link, std::shared_ptr<PollCache> cache, QString linkName)
+NativePort::NativePort(Rig& rig, std::shared_ptr<PollCache> cache, QString linkName)
     : pty_(std::move(linkName)),
-      radio_(std::make_unique<LinkRadio>(rig, link, *cache, context_)),
+      cache_(std::move(cache)),
+      radio_(std::make_unique<LinkRadio>(rig, *cache_)),
       responder_(*radio_, [this](const QByteArray& reply) { pty_.write(reply); }),
-      cache_(std::move(cache))
+      silence_(
+          QStringLiteral("native"), [this] { return radio_->client().holdsKey(); }, [this] { releaseKey(); })
 {
     pty_.setReceiver([this](const QByteArray& bytes) { receive(bytes); });
     pollWait_.setSingleShot(true);
@@ -88,14 +67,24 @@ bool NativePort::open(QString* error)
 
 void NativePort::close()
 {
+    // The port's client cannot go on transmitting through a port that is gone.
+    releaseKey();
+    silence_.stop();
     pty_.close();
     framer_.reset();
     responder_.reset();
     pollWait_.stop();
 }
 
+void NativePort::releaseKey()
+{
+    if (radio_->client().holdsKey())
+        radio_->client().setPtt(false);
+}
+
 void NativePort::receive(const QByteArray& bytes)
 {
+    silence_.heard();
     const qint64 droppedBefore = framer_.droppedBytes();
     const QList<QByteArray> commands = framer_.feed(bytes, FrameAssembler::Clock::now());
     if (framer_.droppedBytes() != droppedBefore)

@@ -6,6 +6,7 @@
 // one radio link, between the polls.
 
 #include "FrameAssembler.h"
+#include "KeySilence.h"
 #include "NativeResponder.h"
 #include "SharePty.h"
 
@@ -15,7 +16,6 @@
 #include <memory>
 
 class PollCache;
-class RadioLink;
 class Rig;
 
 class NativePort {
@@ -25,8 +25,9 @@ public:
     // itself: the poll may be off (a closed port) or stopped.
     static constexpr int PollWaitCeilingMs = 2000;
 
-    // rig: the transmit authorisation, as the other front doors see it. cache: the poll's replies.
-    NativePort(Rig& rig, RadioLink& link, std::shared_ptr<PollCache> cache, QString linkName = LinkName);
+    // rig: where the port's sets and questions go, through the one transmit gate of every door.
+    // cache: the poll's replies.
+    NativePort(Rig& rig, std::shared_ptr<PollCache> cache, QString linkName = LinkName);
     ~NativePort();
 
     NativePort(const NativePort&) = delete;
@@ -40,6 +41,10 @@ public:
 
     // Reads answered and sets passed on since the port was made (for the status bar).
     qint64 commandsAnswered() const { return responder_.commandsAnswered(); }
+    qint64 commandsDropped() const { return responder_.commandsDropped(); }
+    int commandsWaiting() const { return responder_.commandsWaiting(); }
+    // How long the client may hold the key without sending a byte (0: for ever).
+    KeySilence& keySilence() { return silence_; }
 
     // What a client wrote; public so the conversation can be driven without a terminal.
     void receive(const QByteArray& bytes);
@@ -48,13 +53,15 @@ private:
     class LinkRadio;
 
     void afterCommand();
+    void releaseKey();
 
     SharePty pty_;
     FrameAssembler framer_;
-    QObject context_;  // the thread the replies come back to
+    QObject context_;  // the thread the poll's notices come back to
+    std::shared_ptr<PollCache> cache_;
     std::unique_ptr<LinkRadio> radio_;
     NativeResponder responder_;
-    std::shared_ptr<PollCache> cache_;
+    KeySilence silence_;
     int listener_ = 0;
     QTimer pollWait_;
 };

@@ -13,7 +13,8 @@ NativeResponder::Kind NativeResponder::kindOf(const CatCommand& c)
         return Kind::Unknown;  // no such record
     if (expectedReplyBytes(c) > 0)
         return Kind::PolledOrRadioRead;
-    if ((c.op == Op::Ptt && c.p4 == 1) || c.op == Op::TunerStart)
+    // Any PTT but an unkey may key the radio.
+    if ((c.op == Op::Ptt && c.p4 != 0) || c.op == Op::TunerStart)
         return Kind::TransmitSet;
     return isTableInstruction(c.op) ? Kind::Set : Kind::Unknown;
 }
@@ -22,6 +23,14 @@ void NativeResponder::receive(const QByteArray& command)
 {
     if (command.size() != FrameAssembler::CommandBytes)
         return;
+    if (static_cast<int>(queue_.size()) >= MaxQueuedCommands) {
+        ++dropped_;
+        if (!overflowing_)
+            qCWarning(lcShare) << "native port: the client writes faster than the radio answers; dropping"
+                               << "its newest commands while" << MaxQueuedCommands << "wait";
+        overflowing_ = true;
+        return;
+    }
     const auto byte = [&](int i) { return static_cast<quint8>(command[i]); };
     queue_.push_back(CatCommand{byte(0), byte(1), byte(2), byte(3), byte(4)});
     drain();
@@ -39,6 +48,8 @@ void NativeResponder::drain()
         queue_.pop_front();
         handle(c);
     }
+    if (queue_.empty())
+        overflowing_ = false;
     draining_ = false;
 }
 
@@ -51,14 +62,25 @@ void NativeResponder::handle(const CatCommand& c)
                 waitingRead_ = c;
             return;
         case Kind::TransmitSet:
-            if (!radio_.txAuthorized()) {
-                qCWarning(lcShare) << "native port: transmit refused, Authorize Tx is off:" << c.hex();
-                return;
-            }
-            [[fallthrough]];
         case Kind::Set:
-            radio_.forwardSet(c);
-            ++answered_;
+            switch (radio_.forwardSet(c)) {
+                case Refusal::None:
+                    ++answered_;
+                    return;
+                case Refusal::NotAuthorized:
+                    qCWarning(lcShare) << "native port: transmit refused, Authorize Tx is off:" << c.hex();
+                    return;
+                case Refusal::ScopeSweeping:
+                    qCWarning(lcShare) << "native port: transmit refused, the band scope is sweeping:" << c.hex();
+                    return;
+                case Refusal::Busy:
+                    qCWarning(lcShare) << "native port: dropped, too many of its commands wait for the radio:"
+                                       << c.hex();
+                    return;
+                case Refusal::LinkDown:
+                    qCInfo(lcShare) << "native port: dropped, the serial port is closed:" << c.hex();
+                    return;
+            }
             return;
         case Kind::Unknown:
             qCWarning(lcShare) << "native port: not passed on, outside the instruction table:" << c.hex();
@@ -87,7 +109,7 @@ void NativeResponder::askRadio(const CatCommand& c)
     askingRadio_ = true;
     waitingRead_ = c;
     const quint64 generation = generation_;
-    radio_.passThrough(c, [this, generation](const QByteArray& reply) {
+    const bool asked = radio_.passThrough(c, [this, generation](const QByteArray& reply) {
         if (generation != generation_)
             return;
         askingRadio_ = false;
@@ -95,6 +117,12 @@ void NativeResponder::askRadio(const CatCommand& c)
         answered(reply);
         drain();
     });
+    if (!asked) {
+        // Refused (too much of this port's work waits, or no port): the radio stays silent.
+        askingRadio_ = false;
+        waitingRead_.reset();
+        answered(QByteArray());
+    }
 }
 
 void NativeResponder::answered(const QByteArray& reply)

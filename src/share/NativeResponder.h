@@ -12,6 +12,7 @@
 
 #include "CatCommand.h"
 #include "PollCache.h"
+#include "Rig.h"
 
 #include <QByteArray>
 #include <deque>
@@ -21,19 +22,22 @@
 class NativeRadio {
 public:
     virtual ~NativeRadio() = default;
-    virtual bool txAuthorized() const = 0;
     // What a read taken now must see of the sets before it.
     virtual PollCache::Ticket ticket() const = 0;
     virtual PollCache::Answer polled(const CatCommand& read, const PollCache::Ticket& ticket) const = 0;
-    virtual void forwardSet(const CatCommand& set) = 0;
+    // Passes a set on, through the transmit gate when it transmits; what became of it.
+    virtual Refusal forwardSet(const CatCommand& set) = 0;
     // Asks the radio; done() gets its reply as it came, on the conversation's thread (perhaps
-    // before passThrough() returns).
-    virtual void passThrough(const CatCommand& read, std::function<void(const QByteArray&)> done) = 0;
+    // before passThrough() returns). False when the question was refused: no reply will come.
+    virtual bool passThrough(const CatCommand& read, std::function<void(const QByteArray&)> done) = 0;
 };
 
 class NativeResponder {
 public:
     using Writer = std::function<void(const QByteArray&)>;
+    // Commands that may wait behind a read: a radio's input buffer is as small, and a client that
+    // writes faster than the radio answers loses what comes after, as it would at the radio.
+    static constexpr int MaxQueuedCommands = 64;
 
     NativeResponder(NativeRadio& radio, Writer write);
 
@@ -49,6 +53,9 @@ public:
     bool waitingForPoll() const { return waitingRead_ && !askingRadio_; }
     // Commands taken from clients: reads answered and sets passed on.
     qint64 commandsAnswered() const { return answered_; }
+    // Commands dropped because too many waited.
+    qint64 commandsDropped() const { return dropped_; }
+    int commandsWaiting() const { return static_cast<int>(queue_.size()); }
 
     // The kind of a command, as the conversation treats it.
     enum class Kind { PolledOrRadioRead, Set, TransmitSet, Unknown };
@@ -71,4 +78,6 @@ private:
     bool draining_ = false;
     quint64 generation_ = 0;  // replies of an earlier generation belong to a reset conversation
     qint64 answered_ = 0;
+    qint64 dropped_ = 0;
+    bool overflowing_ = false;  // dropping since the queue was last empty: said once in the log
 };

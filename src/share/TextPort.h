@@ -4,6 +4,7 @@
 // TS-2000, answered from the radio's polled state and passed to the radio through the same setters
 // the network server uses.
 
+#include "KeySilence.h"
 #include "SharePty.h"
 #include "TextFramer.h"
 #include "TextSession.h"
@@ -29,10 +30,13 @@ public:
 
     // What a client wrote; public so the conversation can be driven without a terminal.
     void receive(const QByteArray& bytes);
+    // How long the client may hold the key without sending a byte (0: for ever).
+    KeySilence& keySilence() { return silence_; }
 
 private:
     SharePty pty_;
     TextFramer framer_;
     TextSession session_;
+    KeySilence silence_;
     qint64 answered_ = 0;
 };

@@ -42,6 +42,11 @@ TextSession::Result answer(const QByteArray& bytes)
 
 const TextSession::Result Accepted{};
 const TextSession::Result Refused{TextReply::Refused, false};
+
+TextSession::Result outcome(Refusal r)
+{
+    return r == Refusal::None ? Accepted : Refused;
+}
 }  // namespace
 
 TextSession::Result TextSession::handle(const QByteArray& command)
@@ -137,8 +142,7 @@ TextSession::Result TextSession::setFrequency(RigVfo vfo, const QByteArray& para
     const qint64 hz = param.toLongLong();
     if (hz < RadioRange::RxLowHz || hz > RadioRange::RxHighHz || !rig_.linkUp())
         return Refused;
-    rig_.setFrequency(vfo, hz);
-    return Accepted;
+    return outcome(rig_.setFrequency(vfo, hz));
 }
 
 TextSession::Result TextSession::setMode(const QByteArray& param)
@@ -148,11 +152,7 @@ TextSession::Result TextSession::setMode(const QByteArray& param)
     const std::optional<int> code = modeCodeForTextDigit(param.toInt());
     if (!code || !rig_.linkUp())
         return Refused;
-    if (rxVfo_ == RigVfo::B)
-        rig_.setModeB(*code);
-    else
-        rig_.setMode(*code);
-    return Accepted;
+    return outcome(rxVfo_ == RigVfo::B ? rig_.setModeB(*code) : rig_.setMode(*code));
 }
 
 TextSession::Result TextSession::setReceiveVfo(const QByteArray& param)
@@ -164,7 +164,8 @@ TextSession::Result TextSession::setReceiveVfo(const QByteArray& param)
     if (s.split) {
         if (!rig_.linkUp())
             return Refused;
-        rig_.setSplit(false);
+        if (rig_.setSplit(false) != Refusal::None)
+            return Refused;
     }
     rxVfo_ = *vfo;
     return Accepted;
@@ -181,17 +182,21 @@ TextSession::Result TextSession::setTransmitVfo(const QByteArray& param)
     if (rig_.state().split != split) {
         if (!rig_.linkUp())
             return Refused;
-        rig_.setSplit(split);
+        return outcome(rig_.setSplit(split));
     }
     return Accepted;
 }
 
 TextSession::Result TextSession::key(bool on)
 {
-    if (!rig_.linkUp())
-        return Refused;
-    if (on && !rig_.txAuthorized())
-        return Result{TextReply::Refused, true};
-    rig_.setPtt(on);
-    return Accepted;
+    const Refusal r = rig_.setPtt(on);
+    if (r == Refusal::NotAuthorized || r == Refusal::ScopeSweeping)
+        return Result{TextReply::Refused, true, r};
+    return outcome(r);
+}
+
+void TextSession::releaseKey()
+{
+    if (rig_.holdsKey())
+        rig_.setPtt(false);
 }

@@ -19,13 +19,20 @@
 
 class TextSession {
 public:
-    explicit TextSession(Rig& rig) : rig_(rig) {}
+    // The session is one client of the rig for as long as it lives.
+    explicit TextSession(Rig& rig) : rig_(rig, QStringLiteral("text port")) {}
 
     struct Result {
         QByteArray reply;        // empty for an accepted set
-        bool refusedTx = false;  // a key request refused because transmitting is not authorised
+        bool refusedTx = false;  // a key request refused: not authorised, or the scope sweeping
+        Refusal why = Refusal::None;
     };
     Result handle(const QByteArray& command);
+
+    // The port's client is taken to be gone (the port switched off, or silent while keyed): a
+    // transmitter it keyed is unkeyed.
+    void releaseKey();
+    RigClient& client() { return rig_; }
 
     RigVfo receiveVfo() const { return rxVfo_; }
 
@@ -38,6 +45,6 @@ private:
     Result key(bool on);
     QByteArray info(const RigState& s) const;
 
-    Rig& rig_;
+    RigClient rig_;
     RigVfo rxVfo_ = RigVfo::A;
 };

@@ -4,7 +4,9 @@
 #include "AppWindows.h"
 #include "ConsoleFixture.h"
 #include "Frm_Filt.h"
+#include "LinkRig.h"
 #include "Mem_Frm.h"
+#include "NativePort.h"
 #include "NetworkControl.h"
 #include "RigctlServer.h"
 #include "Twips.h"
@@ -213,6 +215,74 @@ private slots:
         // Closing the window unkeys the transmitter before the port is closed.
         f.form->close();
         QCOMPARE(f.port->writtenHex().last(), QStringLiteral("00 00 00 00 0F"));
+    }
+
+    void noClientKeysWhileTheScopeIsShown()
+    {
+        AppFixture f;
+        QString error;
+        QVERIFY(f.network->start(NetworkSettings::Endpoint{QStringLiteral("127.0.0.1"), 0}, &error));
+        f.form->Get_Status32(0);
+        f.form->mnu_Stup_Click(2);  // Authorize Tx
+        QTcpSocket client;
+        client.connectToHost(QStringLiteral("127.0.0.1"), f.network->server()->serverPort());
+        QVERIFY(client.waitForConnected(5000));
+        auto ask = [&](const QByteArray& line) {
+            client.write(line);
+            QByteArray r;
+            [&] { QTRY_VERIFY((r += client.readAll()).contains('\n')); }();
+            return r.trimmed();
+        };
+        QCOMPARE(ask("T 1\n"), QByteArray("RPRT 0"));
+        f.port->writes.clear();
+        f.form->Key_Click(FrontPanel::KeyIndex::Scope);  // the scope shown: the key is released at once
+        QVERIFY(f.network->backend().scopeShown());
+        QCOMPARE(f.port->writtenHex().value(0), QStringLiteral("00 00 00 00 0F"));
+        QCOMPARE(ask("T 1\n"), QByteArray("RPRT -9"));
+        QVERIFY(!f.port->writtenHex().contains(QStringLiteral("00 00 00 01 0F")));
+        f.form->Key_Click(FrontPanel::KeyIndex::Scope);  // hidden again
+        QVERIFY(!f.network->backend().scopeShown());
+        QCOMPARE(ask("T 1\n"), QByteArray("RPRT 0"));
+    }
+
+    void aNativePortsKeyIsReleasedBeforeTheWindowClosesThePort()
+    {
+        AppFixture f;
+        NativePort native(f.network->backend(), f.form->pollCache());
+        f.form->Get_Status32(0);
+        f.form->mnu_Stup_Click(2);  // Authorize Tx
+        f.port->writes.clear();
+        native.receive(CatCommand::make(Op::Ptt, 1).bytes());
+        QCOMPARE(f.port->writtenHex(), QStringList{QStringLiteral("00 00 00 01 0F")});
+        f.form->close();
+        QCOMPARE(f.port->writtenHex(),
+                 (QStringList{QStringLiteral("00 00 00 01 0F"), QStringLiteral("00 00 00 00 0F")}));
+        QVERIFY(!f.link.portOpen());
+    }
+
+    void withdrawingAuthorizeTxUnkeysANativePortsKey()
+    {
+        AppFixture f;
+        NativePort native(f.network->backend(), f.form->pollCache());
+        f.form->Get_Status32(0);
+        f.form->mnu_Stup_Click(2);
+        native.receive(CatCommand::make(Op::Ptt, 2).bytes());  // any P4 but 0 keys
+        f.port->writes.clear();
+        f.form->mnu_Stup_Click(2);  // Authorize Tx unchecked
+        QCOMPARE(f.port->writtenHex(), QStringList{QStringLiteral("00 00 00 00 0F")});
+    }
+
+    void openingThePortDialogReleasesAClientsKeyFirst()
+    {
+        AppFixture f;
+        NativePort native(f.network->backend(), f.form->pollCache());
+        f.form->Get_Status32(0);
+        f.form->mnu_Stup_Click(2);
+        native.receive(CatCommand::make(Op::Ptt, 1).bytes());
+        f.port->writes.clear();
+        f.form->showConfigScrn(false);
+        QCOMPARE(f.port->writtenHex(), QStringList{QStringLiteral("00 00 00 00 0F")});
+        QVERIFY(!f.link.portOpen());
     }
 };
 

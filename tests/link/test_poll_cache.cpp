@@ -184,6 +184,28 @@ private slots:
         QCOMPARE(PollCache::recordsChangedBy(CatCommand::make(Op::Split, 1)), unsigned(PollCache::FlagsRecord));
     }
 
+    // What the receiver hears moves with its frequency, mode and filter: the S-meter too.
+    void tuningChangesTheMeters_data()
+    {
+        QTest::addColumn<int>("op");
+        QTest::newRow("VFO-A frequency") << int(Op::SetVfoA);
+        QTest::newRow("VFO-B frequency") << int(Op::SetVfoB);
+        QTest::newRow("step up") << int(Op::StepUp);
+        QTest::newRow("step down") << int(Op::StepDown);
+        QTest::newRow("clarifier") << int(Op::Clarifier);
+        QTest::newRow("mode") << int(Op::SetMode);
+        QTest::newRow("filter") << int(Op::FilterSelect);
+        QTest::newRow("memory recall") << int(Op::RecallMemory);
+        QTest::newRow("VFO select") << int(Op::VfoSelect);
+    }
+    void tuningChangesTheMeters()
+    {
+        QFETCH(int, op);
+        const unsigned r = PollCache::recordsChangedBy(CatCommand::make(op, 1));
+        QVERIFY(r & PollCache::MeterRecords);
+        QVERIFY(r & PollCache::StatusRecords);
+    }
+
     void listenersHearEveryStoreUntilRemoved()
     {
         PollCache c;

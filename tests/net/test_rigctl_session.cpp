@@ -426,6 +426,41 @@ private slots:
         QVERIFY(!session.handleLine(QStringLiteral("T 1")).pttKeyed);
     }
 
+    void noKeyWhileTheScopeSweeps()
+    {
+        FakeRig rig;
+        rig.authorized = true;
+        rig.scopeShown = true;
+        RigctlSession session(rig);
+        QCOMPARE(session.handleLine(QStringLiteral("T 1")).reply, QByteArray("RPRT -9\n"));
+        QVERIFY(rig.calls.isEmpty());
+    }
+
+    void aSetRefusedForABacklogIsAnError()
+    {
+        FakeRig rig;
+        rig.busy = true;
+        RigctlSession session(rig);
+        QCOMPARE(session.handleLine(QStringLiteral("F 14074000")).reply, QByteArray("RPRT -9\n"));
+        QCOMPARE(session.handleLine(QStringLiteral("M LSB 0")).reply, QByteArray("RPRT -9\n"));
+        QCOMPARE(session.handleLine(QStringLiteral("X LSB 0")).reply, QByteArray("RPRT 0\n"));  // already so
+        QCOMPARE(session.handleLine(QStringLiteral("X USB 0")).reply, QByteArray("RPRT -9\n"));
+        QVERIFY(rig.calls.isEmpty());
+    }
+
+    void theSessionIsOneClientOfTheRigForItsLifetime()
+    {
+        FakeRig rig;
+        rig.authorized = true;
+        {
+            RigctlSession session(rig);
+            QCOMPARE(rig.open.size(), size_t(1));
+            session.handleLine(QStringLiteral("T 1"));
+        }
+        QVERIFY(rig.open.empty());
+        QCOMPARE(rig.calls, (QStringList{"ptt 1", "ptt 0"}));  // its key went with it
+    }
+
     void quitAsksToClose()
     {
         FakeRig rig;

@@ -37,6 +37,7 @@ struct OnFakeLink {
     FakeSerialPort* port = nullptr;
     RadioLink link;
     LinkRig backend;
+    RigClient client{backend, QStringLiteral("test")};
 };
 
 StatusView status(double kHzA, int modeA, double kHzB, int modeB)
@@ -157,7 +158,7 @@ private slots:
         QFETCH(QString, bytes);
         QFETCH(qint64, held);
         OnFakeLink r;
-        r.backend.setFrequency(vfo == 2 ? RigVfo::B : RigVfo::A, hz);
+        r.client.setFrequency(vfo == 2 ? RigVfo::B : RigVfo::A, hz);
         QCOMPARE(r.writes(), QStringList{bytes});
         QCOMPARE(vfo == 2 ? r.backend.state().vfoBHz : r.backend.state().vfoAHz, held);
     }
@@ -177,7 +178,7 @@ private slots:
         QFETCH(int, code);
         QFETCH(QString, bytes);
         OnFakeLink r;
-        r.backend.setMode(code);
+        r.client.setMode(code);
         QCOMPARE(r.writes(), QStringList{bytes});
         QCOMPARE(r.backend.state().modeA, code);
     }
@@ -186,7 +187,7 @@ private slots:
     {
         OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);
-        r.backend.setModeB(1);
+        r.client.setModeB(1);
         // VFO-B in use, USB, VFO-A in use again: nothing of a poll can come between them.
         QCOMPARE(r.clock->events, (QStringList{"write 00 00 00 01 05", "sleep 50", "write 00 00 00 01 0C", "sleep 50",
                                                "write 00 00 00 00 05", "sleep 50"}));
@@ -198,7 +199,7 @@ private slots:
     {
         OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);
-        r.backend.setModeB(2);
+        r.client.setModeB(2);
         r.clock->advance(600);
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);  // still LSB
         QCOMPARE(r.backend.state().modeB, 2);
@@ -211,31 +212,32 @@ private slots:
     {
         OnFakeLink r;
         r.link.runBlocking([](CatPort& port) { port.serial().close(); });
-        r.backend.setModeB(1);
+        r.client.setModeB(1);
         QVERIFY(r.writes().isEmpty());
     }
 
     void setSplitSendsTheSplitInstruction()
     {
         OnFakeLink r;
-        r.backend.setSplit(true);
-        r.backend.setSplit(false);
+        r.client.setSplit(true);
+        r.client.setSplit(false);
         QCOMPARE(r.writes(), (QStringList{"00 00 00 01 01", "00 00 00 00 01"}));
     }
 
     void setPttSendsThePttInstruction()
     {
         OnFakeLink r;
-        r.backend.setPtt(true);
+        r.backend.setTxAuthorized(true);
+        r.client.setPtt(true);
         QVERIFY(r.backend.state().ptt);
-        r.backend.setPtt(false);
+        r.client.setPtt(false);
         QCOMPARE(r.writes(), (QStringList{"00 00 00 01 0F", "00 00 00 00 0F"}));
     }
 
     void aSetIsOneWriteWithNoWaitOrRead()
     {
         OnFakeLink r;
-        r.backend.setFrequency(RigVfo::A, 14074000);
+        r.client.setFrequency(RigVfo::A, 14074000);
         QCOMPARE(r.clock->events, QStringList{"write 00 74 40 01 0A"});
     }
 
@@ -245,11 +247,11 @@ private slots:
         // Clients set while the link is busy with a long job; the link runs what waits after it.
         r.clock->onSleep = [&r](int) {
             r.clock->onSleep = nullptr;
-            r.backend.setFrequency(RigVfo::A, 14074000);
-            r.backend.setMode(2);
-            r.backend.setFrequency(RigVfo::B, 7074000);
-            r.backend.setFrequency(RigVfo::A, 14075000);
-            r.backend.setFrequency(RigVfo::A, 14076000);
+            r.client.setFrequency(RigVfo::A, 14074000);
+            r.client.setMode(2);
+            r.client.setFrequency(RigVfo::B, 7074000);
+            r.client.setFrequency(RigVfo::A, 14075000);
+            r.client.setFrequency(RigVfo::A, 14076000);
         };
         r.link.post([](CatPort& port) { port.sleep(1000); });
         // Only the last of VFO-A's three, in the first one's place.
@@ -261,9 +263,9 @@ private slots:
     {
         OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, false), 0);
-        r.backend.setFrequency(RigVfo::A, 14076000);
-        r.backend.setMode(2);
-        r.backend.setSplit(true);
+        r.client.setFrequency(RigVfo::A, 14076000);
+        r.client.setMode(2);
+        r.client.setSplit(true);
         r.clock->advance(600);
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, false), 0);  // the old values
         QCOMPARE(r.backend.state().vfoAHz, 14076000);
@@ -274,7 +276,7 @@ private slots:
     void thePollConfirmingTheSetEndsTheHold()
     {
         OnFakeLink r;
-        r.backend.setFrequency(RigVfo::A, 14076000);
+        r.client.setFrequency(RigVfo::A, 14076000);
         r.backend.update(status(14076.0, 1, 7074.0, 0), FlagsView{}, 0);
         // From now on the radio is believed at once: the operator turned the dial.
         r.backend.update(status(14080.0, 1, 7074.0, 0), FlagsView{}, 0);
@@ -284,7 +286,7 @@ private slots:
     void aSetTheRadioIgnoredGivesWayAfterTheHold()
     {
         OnFakeLink r;
-        r.backend.setFrequency(RigVfo::B, 7076000);
+        r.client.setFrequency(RigVfo::B, 7076000);
         r.clock->advance(LinkRig::HoldMs);
         r.backend.update(status(14074.0, 1, 7074.0, 0), FlagsView{}, 0);
         QCOMPARE(r.backend.state().vfoBHz, 7074000);
@@ -295,7 +297,7 @@ private slots:
         OnFakeLink r;
         r.backend.setTxAuthorized(true);
         QVERIFY(r.backend.txAuthorized());
-        r.backend.setPtt(true);
+        r.client.setPtt(true);
         r.backend.setTxAuthorized(false);
         QVERIFY(!r.backend.txAuthorized());
         QCOMPARE(r.writes(), (QStringList{"00 00 00 01 0F", "00 00 00 00 0F"}));
@@ -354,8 +356,8 @@ private slots:
         OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(false, false), 0);
         Rig& rig = r.backend;
-        rig.setFrequency(RigVfo::B, 7076000);
-        rig.setSplit(true);
+        r.client.setFrequency(RigVfo::B, 7076000);
+        r.client.setSplit(true);
         QCOMPARE(r.writes(), (QStringList{"00 76 70 00 8A", "00 00 00 01 01"}));
         // One state behind both front doors: the server sees what a sharing port set.
         QCOMPARE(r.backend.state().vfoBHz, 7076000);
@@ -368,7 +370,7 @@ private slots:
         OnFakeLink r;
         r.backend.update(status(14074.0, 1, 7074.0, 0), flags(true, false), 0);
         Rig& rig = r.backend;
-        rig.setModeB(ModeCode::Cw);
+        r.client.setModeB(ModeCode::Cw);
         QCOMPARE(r.clock->events, (QStringList{"write 00 00 00 01 05", "sleep 50", "write 00 00 00 02 0C", "sleep 50",
                                                "write 00 00 00 00 05", "sleep 50"}));
         QCOMPARE(rig.state().modeB, ModeCode::Cw);
@@ -400,10 +402,10 @@ private slots:
         cache->storeFlags(cache->pollStarting(), flagsRead);
         const CatCommand currentVfo = CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo);
         const CatCommand flagsCommand = CatCommand::make(Op::ReadFlags, 1);
-        r.backend.setSplit(true);
+        r.client.setSplit(true);
         QCOMPARE(cache->answer(flagsCommand).holding, PollCache::Holding::Stale);
         QCOMPARE(cache->answer(currentVfo).holding, PollCache::Holding::Current);
-        r.backend.setFrequency(RigVfo::A, 14076000);
+        r.client.setFrequency(RigVfo::A, 14076000);
         QCOMPARE(cache->answer(currentVfo).holding, PollCache::Holding::Stale);
         cache->storeStatus(cache->pollStarting(), polled);
         cache->storeFlags(cache->pollStarting(), flagsRead);
@@ -417,7 +419,7 @@ private slots:
         QVERIFY(r.backend.linkUp());
         r.link.runBlocking([](CatPort& port) { port.serial().close(); });
         QVERIFY(!r.backend.linkUp());
-        r.backend.setFrequency(RigVfo::A, 14074000);  // the job finds the port closed
+        r.client.setFrequency(RigVfo::A, 14074000);  // the job finds the port closed
         QVERIFY(r.writes().isEmpty());
     }
 };

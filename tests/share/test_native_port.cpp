@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The native port end to end on its pseudo-terminal: a client writes the radio's five-byte commands
 // and reads the replies. Behind the port, an inline radio link on a recording serial port answered
-// by the virtual radio, and a poll run the way the main window runs it.
+// by the virtual radio, the rig every door goes through, and a poll run the way the main window
+// runs it.
 
 #include "FakeClock.h"
 #include "FakeSerialPort.h"
-#include "FakeRig.h"
+#include "LinkRig.h"
 #include "NativePort.h"
 #include "PollCache.h"
 #include "Procedures.h"
@@ -14,6 +15,7 @@
 #include "StatusDecoder.h"
 #include "VirtualRadio.h"
 
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <algorithm>
@@ -42,9 +44,11 @@ struct Scene {
                   return p;
               },
               clock, RadioLink::Mode::Inline),
+          rig(link, clock),
           cache(std::make_shared<PollCache>()),
-          port(rig, link, cache)
+          port(rig, cache)
     {
+        rig.setPollCache(cache);
     }
 
     // One poll as the main window's timer runs it, its replies kept for the port.
@@ -63,7 +67,7 @@ struct Scene {
     std::shared_ptr<FakeClock> clock;
     FakeSerialPort* serial = nullptr;
     RadioLink link;
-    FakeRig rig{FakeRig::SharingScene};
+    LinkRig rig;
     std::shared_ptr<PollCache> cache;
     NativePort port;
 };
@@ -170,10 +174,58 @@ private slots:
         QCOMPARE(client.readFor(FramePauseMs), QByteArray());
         QVERIFY(s.radioSaw().isEmpty());
         QVERIFY(!s.radio.transmitting());
-        s.rig.authorized = true;
+        s.rig.setTxAuthorized(true);
         QVERIFY(client.write(frame(Op::Ptt, 1)));
         QTRY_COMPARE(s.radioSaw(), QStringList{"00 00 00 01 0F"});
         QVERIFY(s.radio.transmitting());
+    }
+
+    void switchingThePortOffReleasesItsClientsKey()
+    {
+        Scene s;
+        s.rig.setTxAuthorized(true);
+        s.port.receive(frame(Op::Ptt, 1));
+        QVERIFY(s.radio.transmitting());
+        s.port.close();
+        QCOMPARE(s.radioSaw(), (QStringList{"00 00 00 01 0F", "00 00 00 00 0F"}));
+        QVERIFY(!s.radio.transmitting());
+    }
+
+    void aKeyingClientThatFallsSilentIsUnkeyed()
+    {
+        Scene s;
+        s.rig.setTxAuthorized(true);
+        s.port.keySilence().setSilenceMs(100);
+        s.port.receive(frame(Op::Ptt, 3));  // any P4 but 0 is a key
+        QCOMPARE(s.radioSaw(), QStringList{"00 00 00 03 0F"});
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("native port: unkeying, nothing came from its client"));
+        QTRY_COMPARE(s.radioSaw(), (QStringList{"00 00 00 03 0F", "00 00 00 00 0F"}));
+    }
+
+    void noKeyWhileTheScopeSweeps()
+    {
+        Scene s;
+        s.rig.setTxAuthorized(true);
+        s.rig.setScopeShown(true);
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression("native port: transmit refused, the band scope is sweeping"));
+        s.port.receive(frame(Op::Ptt, 1));
+        QVERIFY(s.radioSaw().isEmpty());
+        QVERIFY(!s.radio.transmitting());
+    }
+
+    // A client that sets the frequency and reads the S-meter gets a reading taken after its set.
+    void aMeterReadAfterAFrequencySetWaitsForTheNextPoll()
+    {
+        Scene s;
+        s.poll();
+        QVERIFY(s.port.open());
+        PtyClient client(s.port.linkPath());
+        const QByteArray sMeter = frame(Op::ReadMeter, 0, MeterSelector::MainS);
+        QVERIFY(client.write(CatCommand::make(Op::SetVfoA, 0x01, 0x40, 0x74, 0x00).bytes() + sMeter));  // 14.074 MHz
+        QCOMPARE(client.readFor(FramePauseMs), QByteArray());  // the poll's reading is older than the set
+        s.poll();
+        QCOMPARE(client.read(ReplySize::Meter).size(), ReplySize::Meter);
     }
 
     void anUnknownOpcodeIsNotForwarded()

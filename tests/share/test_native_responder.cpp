@@ -17,7 +17,6 @@ QByteArray frame(int op, int p4 = 0, int p1 = 0)
 
 class FakeNativeRadio final : public NativeRadio {
 public:
-    bool txAuthorized() const override { return authorized; }
     PollCache::Ticket ticket() const override { return {}; }
     PollCache::Answer polled(const CatCommand& read, const PollCache::Ticket&) const override
     {
@@ -28,18 +27,31 @@ public:
             return {PollCache::Holding::Stale, {}};
         return {PollCache::Holding::Current, it->second};
     }
-    void forwardSet(const CatCommand& set) override { sent << set.hex(); }
-    void passThrough(const CatCommand& read, std::function<void(const QByteArray&)> done) override
+    // The rig's gate, as far as the conversation sees it.
+    Refusal forwardSet(const CatCommand& set) override
     {
+        if (NativeResponder::kindOf(set) == NativeResponder::Kind::TransmitSet && !authorized)
+            return Refusal::NotAuthorized;
+        if (busy)
+            return Refusal::Busy;
+        sent << set.hex();
+        return Refusal::None;
+    }
+    bool passThrough(const CatCommand& read, std::function<void(const QByteArray&)> done) override
+    {
+        if (busy)
+            return false;
         sent << QStringLiteral("ask ") + read.hex();
         if (answerAtOnce)
             done(radio(read));
         else
             later = [this, read, done] { done(radio(read)); };
+        return true;
     }
     QByteArray radio(const CatCommand& read) const { return QByteArray(read.p4 == 4 ? 16 : 5, char(0x40 + read.p1)); }
 
     bool authorized = false;
+    bool busy = false;
     bool answerAtOnce = true;
     std::map<QString, QByteArray> poll;
     QStringList stale;
@@ -149,6 +161,8 @@ private slots:
     {
         QTest::addColumn<QByteArray>("command");
         QTest::newRow("PTT on") << frame(Op::Ptt, 1);
+        QTest::newRow("PTT with P4 2") << frame(Op::Ptt, 2);
+        QTest::newRow("PTT with P4 FF") << frame(Op::Ptt, 0xFF);
         QTest::newRow("tuner start") << frame(Op::TunerStart);
     }
     void transmittingIsRefusedUnlessAuthorised()
@@ -162,6 +176,55 @@ private slots:
         s.radio.authorized = true;
         s.responder.receive(command);
         QCOMPARE(s.radio.sent, QStringList{hexBytes(command)});
+    }
+
+    void everyPttButAnUnkeyIsATransmittingSet()
+    {
+        QCOMPARE(NativeResponder::kindOf(CatCommand::make(Op::Ptt, 0)), NativeResponder::Kind::Set);
+        for (const int p4 : {1, 2, 3, 0x10, 0xFF})
+            QCOMPARE(NativeResponder::kindOf(CatCommand::make(Op::Ptt, p4)), NativeResponder::Kind::TransmitSet);
+    }
+
+    // A client that writes reads in a loop at a radio that does not answer: the commands behind the
+    // waiting read stop at the cap, the newest dropped, said once in the log.
+    void theQueueBehindAWaitingReadIsCapped()
+    {
+        Scene s;
+        s.radio.answerAtOnce = false;
+        const QByteArray channelRead = frame(Op::StatusRequest, StatusKind::OneChannel, 3);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("native port: the client writes faster"));
+        const int flood = 10 * NativeResponder::MaxQueuedCommands;
+        for (int i = 0; i < flood; ++i)
+            s.responder.receive(channelRead);
+        QCOMPARE(s.responder.commandsWaiting(), NativeResponder::MaxQueuedCommands);
+        QCOMPARE(s.responder.commandsDropped(), qint64(flood - 1 - NativeResponder::MaxQueuedCommands));
+        QCOMPARE(s.radio.sent.size(), 1);  // one question on the wire at a time
+        // The radio answers at last: what waited is taken in order, and new commands are taken again.
+        int answered = 0;
+        while (s.radio.later && answered <= NativeResponder::MaxQueuedCommands) {
+            auto next = std::move(s.radio.later);
+            s.radio.later = nullptr;
+            next();
+            ++answered;
+        }
+        QCOMPARE(answered, NativeResponder::MaxQueuedCommands + 1);
+        QCOMPARE(s.responder.commandsWaiting(), 0);
+        s.responder.receive(channelRead);
+        QCOMPARE(s.radio.sent.size(), NativeResponder::MaxQueuedCommands + 2);
+    }
+
+    void aSetTheRigRefusesForABacklogIsDroppedWithALogLine()
+    {
+        Scene s;
+        s.radio.busy = true;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("native port: dropped, too many"));
+        s.responder.receive(frame(Op::Split, 1));
+        QVERIFY(s.radio.sent.isEmpty());
+        // A read the rig will not ask is answered with the radio's silence, and the queue goes on.
+        s.responder.receive(frame(Op::StatusRequest, StatusKind::OneChannel, 3));
+        QVERIFY(s.out.isEmpty());
+        QVERIFY(!s.responder.waitingForPoll());
+        QCOMPARE(s.responder.commandsWaiting(), 0);
     }
 
     void anOpcodeOutsideTheTableIsNotPassedOn_data()

@@ -97,7 +97,7 @@ private slots:
         QString error;
         QVERIFY2(rig.start(&error), qPrintable(error));
         QTRY_VERIFY_WITH_TIMEOUT(rig.backend->state().haveStatus, WaitMs);
-        native = std::make_unique<NativePort>(*rig.backend, *rig.link, rig.cache);
+        native = std::make_unique<NativePort>(*rig.backend, rig.cache);
         text = std::make_unique<TextPort>(*rig.backend);
         QVERIFY2(native->open(&error), qPrintable(error));
         QVERIFY2(text->open(&error), qPrintable(error));

@@ -6,6 +6,7 @@
 #include "PtyClient.h"
 #include "TextPort.h"
 
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -79,6 +80,73 @@ private slots:
         QVERIFY(client.write("TX;"));
         QCOMPARE(client.read(2), QByteArray("?;"));
         QVERIFY(rig.calls.isEmpty());
+    }
+
+    void keyingWhileTheScopeSweepsAnswersQuestionMarkAndIsLogged()
+    {
+        FakeRig rig{FakeRig::SharingScene};
+        rig.authorized = true;
+        rig.scopeShown = true;
+        TextPort port(rig);
+        QVERIFY(port.open());
+        PtyClient client(port.linkPath());
+        QTest::ignoreMessage(QtWarningMsg, "text port: transmit refused, the band scope is sweeping");
+        QVERIFY(client.write("TX;"));
+        QCOMPARE(client.read(2), QByteArray("?;"));
+        QVERIFY(rig.calls.isEmpty());
+    }
+
+    void aSetRefusedForABacklogAnswersQuestionMark()
+    {
+        FakeRig rig{FakeRig::SharingScene};
+        rig.busy = true;
+        TextPort port(rig);
+        QVERIFY(port.open());
+        PtyClient client(port.linkPath());
+        QVERIFY(client.write("FA00007030000;MD3;"));
+        QCOMPARE(client.read(4), QByteArray("?;?;"));
+    }
+
+    void switchingThePortOffReleasesItsClientsKey()
+    {
+        FakeRig rig{FakeRig::SharingScene};
+        rig.authorized = true;
+        TextPort port(rig);
+        port.receive("TX;");
+        QCOMPARE(rig.calls, QStringList{"ptt 1"});
+        port.close();
+        QCOMPARE(rig.calls, (QStringList{"ptt 1", "ptt 0"}));
+        // A port switched off with no key held sends nothing.
+        port.close();
+        QCOMPARE(rig.calls.size(), 2);
+    }
+
+    void aKeyingClientThatFallsSilentIsUnkeyed()
+    {
+        FakeRig rig{FakeRig::SharingScene};
+        rig.authorized = true;
+        TextPort port(rig);
+        QCOMPARE(port.keySilence().silenceMs(), KeySilence::DefaultMs);
+        port.keySilence().setSilenceMs(300);
+        port.receive("TX;");
+        // Bytes that keep coming keep the key.
+        for (int i = 0; i < 4; ++i) {
+            QTest::qWait(20);
+            port.receive("ID;");
+        }
+        QCOMPARE(rig.calls, QStringList{"ptt 1"});
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("text port: unkeying, nothing came from its client"));
+        QTRY_COMPARE(rig.calls, (QStringList{"ptt 1", "ptt 0"}));
+    }
+
+    void silenceWithoutAKeyDoesNothing()
+    {
+        FakeRig rig{FakeRig::SharingScene};
+        TextPort port(rig);
+        port.keySilence().setSilenceMs(20);
+        port.receive("FA00007030000;");
+        QTest::qWait(80);
+        QCOMPARE(rig.calls, QStringList{"freq A 7030000"});
     }
 
     void anOverlongCommandIsDroppedAndTheNextIsAnswered()
