@@ -68,6 +68,8 @@ bool Form1::portOpen() const
 
 void Form1::setPollEnabled(bool on)
 {
+    if (!on)
+        follower_.rest();
     if (on)
         Timer1->start();
     else
@@ -159,6 +161,8 @@ void Form1::Get_Status32(int stat)
     if (!portOpen())
         return;
     const int selector = meterSelector_;
+    if (stat == 0)
+        statusSincePoll_ = false;
     auto back = courier();
     auto job = [back, selector, stat, cache = pollCache_, link = &link_](CatPort& port) {
         const quint64 mark = cache->pollStarting();
@@ -183,7 +187,10 @@ void Form1::Get_Status32(int stat)
     if (stat == 0)
         link_.postTick(JobKind::Poll, [job, back](CatPort& port) {
             job(port);
-            back([](Form1& f) { emit f.pollFinished(); });
+            back([](Form1& f) {
+                emit f.pollFinished();
+                f.followAfterPoll();
+            });
         });
     else
         link_.post(job);
@@ -208,5 +215,8 @@ void Form1::SetFreq(qint64 frq, int vfo)
 
 void Form1::Timer1_Timer()
 {
+    // While the knob is followed, the readings and their own full polls keep the line busy.
+    if (followingOn())
+        return;
     Get_Status32(0);
 }

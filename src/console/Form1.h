@@ -12,6 +12,7 @@
 #include "ConsoleHost.h"
 #include "FlagsDecoder.h"
 #include "FrontPanel.h"
+#include "KnobFollower.h"
 #include "ScopeHost.h"
 #include "StatusDecoder.h"
 
@@ -38,6 +39,7 @@ class QTimer;
 class SecondaryWindows;
 struct FlagsReply;
 struct MeterReplies;
+struct VfoReading;
 
 class Form1 : public QMainWindow, public ConsoleHost, public ScopeHost {
     Q_OBJECT
@@ -54,7 +56,13 @@ public:
     void setProgramFolder(const QString& folder) { programFolder_ = folder; }
 
     // Procedures other windows call.
-    void Get_Status32(int stat);        // 0: the full poll (status, meters, flags)
+    void Get_Status32(int stat);  // 0: the full poll (status, meters, flags)
+
+    // Following the knob with the fast link: a moving VFO's record read alone, back to back, between
+    // full polls (see KnobFollower). On by default; nothing changes while the fast link is off.
+    void setFollowKnob(bool on);
+    bool followKnob() const { return followKnob_; }
+    bool followingKnob() const { return follower_.following(); }
     void SetFreq(qint64 frq, int vfo);  // frq in 10 Hz units
     void GetFlags(int arg);
 
@@ -151,6 +159,8 @@ signals:
     void scopeShownChanged(bool shown);
     // A timer poll has run to its end on the link (whatever the radio answered).
     void pollFinished();
+    // A reading of a VFO alone, made while following the knob, is on the display.
+    void readingShown();
 
 protected:
     void closeEvent(QCloseEvent* event) override;  // Form_QueryUnload
@@ -178,6 +188,14 @@ private:
     void restoreTxPermission();
     void lookForAnalyser();
     void setTxAuthorized(bool on);
+
+    // Following the knob.
+    void syncFollower();
+    bool followingOn();  // following, and its chain not held up
+    void followAfterPoll();
+    void followNext(KnobFollower::Next next);
+    void readVfo(bool vfoB);
+    void showReading(const VfoReading& reading, bool vfoB);
 
     // Poll painting.
     void showStatus(const QByteArray& record);
@@ -215,6 +233,12 @@ private:
     std::shared_ptr<QObject> mailbox_;
 
     StatusRecord record_;
+    QByteArray lastRecord_;  // the last whole 32-byte record shown: a reading replaces one half
+    KnobFollower follower_;
+    bool followKnob_ = true;
+    bool statusSincePoll_ = false;
+    qint64 followPostedMs_ = 0;
+    static constexpr qint64 FollowStallMs = 2 * KnobFollower::FullPollEveryMs;
     double vfoA_ = 0, vfoB_ = 0;
     int modeCode_ = 0;
     int radioType_ = 1;

@@ -17,6 +17,9 @@ void Form1::showStatus(const QByteArray& record)
     }
     vfoA_ = v.a.kHz;
     vfoB_ = v.b.kHz;
+    statusSincePoll_ = true;
+    if (record.size() == 2 * ReplySize::VfoRecord)
+        lastRecord_ = record;
     Label15->setText(v.dumpA);
     Label16->setText(v.dumpB);
     Label2[1]->setText(v.a.freqText);

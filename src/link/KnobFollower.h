@@ -29,6 +29,8 @@ public:
     void setEnabled(bool on);
     bool enabled() const { return enabled_; }
     bool following() const { return moving_[0] || moving_[1]; }
+    // Stop following now (the poll stopped, the port closed); the VFOs' places are kept.
+    void rest() { stop(); }
 
     // A whole poll's frequencies (nothing for a poll that brought no status).
     Next afterPoll(std::optional<qint64> aSteps, std::optional<qint64> bSteps, qint64 nowMs);

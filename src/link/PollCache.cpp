@@ -57,6 +57,17 @@ void PollCache::storeStatus(quint64 mark, const StatusReply& status)
     notify();
 }
 
+void PollCache::storeReading(quint64 mark, const VfoReading& reading, bool vfoB)
+{
+    if (reading.record.isEmpty())
+        return;  // a reply that did not come whole changes nothing a client may read
+    {
+        std::lock_guard lock(mutex_);
+        (vfoB ? bothVfos_ : currentVfo_) = Entry{reading.reply, mark};
+    }
+    notify();
+}
+
 void PollCache::storeMeters(quint64 mark, int selector, const MeterReplies& meters)
 {
     {

@@ -18,6 +18,7 @@
 #include <optional>
 
 struct StatusReply;
+struct VfoReading;
 struct MeterReplies;
 struct FlagsReply;
 
@@ -53,6 +54,9 @@ public:
     // On the link thread as a poll starts: the mark its replies are stored with.
     quint64 pollStarting();
     void storeStatus(quint64 mark, const StatusReply& status);
+    // A VFO's record read alone while following the knob: the current-VFO reply (VFO-A), or the
+    // both-VFOs reply (VFO-B).
+    void storeReading(quint64 mark, const VfoReading& reading, bool vfoB);
     // selector: the transmit meter the poll read.
     void storeMeters(quint64 mark, int selector, const MeterReplies& meters);
     void storeFlags(quint64 mark, const FlagsReply& flags);

@@ -27,6 +27,11 @@ std::optional<double> PollRate::rate(qint64 nowMs) const
 
 QString PollRate::text(qint64 nowMs) const
 {
+    return text(nowMs, QStringLiteral("polls/s"));
+}
+
+QString PollRate::text(qint64 nowMs, const QString& unit) const
+{
     const auto r = rate(nowMs);
-    return r ? QStringLiteral("%1 polls/s").arg(*r, 0, 'f', 1) : QString();
+    return r ? QStringLiteral("%1 %2").arg(*r, 0, 'f', 1).arg(unit) : QString();
 }

@@ -20,6 +20,8 @@ public:
     std::optional<double> rate(qint64 nowMs) const;
     // "4.1 polls/s", or empty while not polling.
     QString text(qint64 nowMs) const;
+    // The same with another unit ("14.8 updates/s").
+    QString text(qint64 nowMs, const QString& unit) const;
 
 private:
     std::deque<qint64> times_;

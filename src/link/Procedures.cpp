@@ -37,6 +37,20 @@ StatusReply Get_Status32(CatPort& port)
     return r;
 }
 
+VfoReading readVfoRecord(CatPort& port, bool vfoB)
+{
+    VfoReading r;
+    if (!port.isOpen())
+        return r;
+    r.ran = true;
+    const CatCommand command =
+        CatCommand::make(Op::StatusRequest, vfoB ? StatusKind::BothVfos : StatusKind::CurrentVfo);
+    r.reply = port.request(command, replyWaitMs(command), /*clearFirst=*/true);
+    if (r.reply.size() == expectedReplyBytes(command))
+        r.record = r.reply.right(ReplySize::VfoRecord);
+    return r;
+}
+
 FlagsReply GetFlags(CatPort& port, int arg)
 {
     FlagsReply r;

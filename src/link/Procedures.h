@@ -24,6 +24,15 @@ struct StatusReply {
 };
 StatusReply Get_Status32(CatPort& port);
 
+// One VFO's record alone, for following the knob: VFO-A's from the current-VFO reply, VFO-B's from its
+// half of the both-VFOs reply. `record` is that VFO's 16 bytes, empty unless the reply came whole.
+struct VfoReading {
+    bool ran = false;  // false when the port was closed
+    QByteArray reply;  // as the radio gave it
+    QByteArray record;
+};
+VfoReading readVfoRecord(CatPort& port, bool vfoB);
+
 // One flags read with P4 = arg: the count of bytes waiting after the wait, and the bytes.
 struct FlagsReply {
     bool ran = false;

@@ -32,6 +32,8 @@ public:
     ~RadioLink() override;
 
     Mode mode() const { return mode_; }
+    // The link's clock: what times its waits, and what the poll's own decisions are timed by.
+    Clock& clock() const { return *clock_; }
 
     // Runs the job after every job posted before it.
     void post(Job job);

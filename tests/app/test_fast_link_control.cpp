@@ -3,6 +3,7 @@
 // the link's mode following them.
 #include "ConsoleFixture.h"
 #include "FastLinkControl.h"
+#include "VirtualRadio.h"
 
 #include <QAction>
 #include <QLabel>
@@ -18,6 +19,7 @@ struct Fixture {
                   auto p = std::make_unique<FakeSerialPort>(clock.get());
                   p->setDevice(QStringLiteral("/dev/ttyS0"));
                   p->open(nullptr);
+                  serial = p.get();
                   return p;
               },
               clock, RadioLink::Mode::Inline)
@@ -34,7 +36,10 @@ struct Fixture {
         return nullptr;
     }
 
+    FakeSerialPort* port() const { return serial; }
+
     std::shared_ptr<FakeClock> clock;
+    FakeSerialPort* serial = nullptr;
     MemorySettingsStore store;
     FakeWindows windows;
     FakePrompts prompts;
@@ -102,6 +107,81 @@ private slots:
         auto* label = f.form->findChild<QLabel*>(QStringLiteral("pollRate"));
         QVERIFY(label);
         QCOMPARE(label->text(), c.rateText());
+    }
+
+    void followKnobIsOnByDefaultAndStoredWhenClicked()
+    {
+        Fixture f(QStringLiteral("1"));
+        FastLinkControl c(*f.form, f.store, false);
+        QAction* follow = f.setupItem(QStringLiteral("Follow Knob"));
+        QVERIFY(follow);
+        QVERIFY(follow->isCheckable());
+        QVERIFY(follow->isChecked());
+        QVERIFY(follow->isEnabled());
+        QVERIFY(f.form->followKnob());
+        QVERIFY(!f.store.contains(QStringLiteral("Settings"), QStringLiteral("FollowKnob")));
+        follow->trigger();
+        QVERIFY(!follow->isChecked());
+        QVERIFY(!f.form->followKnob());
+        QCOMPARE(f.store.value(QStringLiteral("Settings"), QStringLiteral("FollowKnob")), QStringLiteral("0"));
+        follow->trigger();
+        QCOMPARE(f.store.value(QStringLiteral("Settings"), QStringLiteral("FollowKnob")), QStringLiteral("1"));
+    }
+
+    void storedZeroStartsWithoutFollowing()
+    {
+        Fixture f(QStringLiteral("1"));
+        f.store.setValue(QStringLiteral("Settings"), QStringLiteral("FollowKnob"), QStringLiteral("0"));
+        FastLinkControl c(*f.form, f.store, false);
+        QVERIFY(!f.setupItem(QStringLiteral("Follow Knob"))->isChecked());
+        QVERIFY(!f.form->followKnob());
+    }
+
+    void followKnobIsGreyedWithoutTheFastLinkAndKeepsItsMark()
+    {
+        Fixture f;
+        FastLinkControl c(*f.form, f.store, false);
+        QAction* follow = f.setupItem(QStringLiteral("Follow Knob"));
+        QVERIFY(!follow->isEnabled());
+        QVERIFY(follow->isChecked());
+        f.setupItem(QStringLiteral("Fast Link"))->trigger();
+        QVERIFY(follow->isEnabled());
+        f.setupItem(QStringLiteral("Fast Link"))->trigger();
+        QVERIFY(!follow->isEnabled());
+        QVERIFY(follow->isChecked());
+    }
+
+    void theStatusBarShowsUpdatesPerSecondWhileFollowing()
+    {
+        Fixture f(QStringLiteral("1"));
+        VirtualRadio radio;
+        int knobSteps = 0;
+        // The knob turns a step at each status read, while steps remain; about 4800 baud of line time.
+        f.port()->responder = [&](const QByteArray& command) {
+            if (quint8(command[4]) == Op::StatusRequest && knobSteps > 0) {
+                VfoState v = radio.vfo(VirtualRadio::Vfo::A);
+                v.freq10Hz += 1;
+                radio.setVfo(VirtualRadio::Vfo::A, v);
+                --knobSteps;
+            }
+            const QByteArray reply = radio.handle(command);
+            f.clock->advance(2 * (command.size() + reply.size()));
+            return reply;
+        };
+        FastLinkControl c(*f.form, f.store, false);
+        QStringList shown;
+        connect(f.form.get(), &Form1::readingShown, this, [&] { shown << c.rateText(); });
+        f.form->setPollEnabled(true);
+        f.form->Get_Status32(0);
+        QTest::qWait(150);  // the rate counts on the wall clock
+        knobSteps = 8;
+        f.form->Get_Status32(0);
+        f.form->setPollEnabled(false);
+        QVERIFY(shown.size() >= 3);
+        QVERIFY2(shown.last().endsWith(QStringLiteral(" updates/s")), qPrintable(shown.join(u'|')));
+        // Resting: the polls per second again.
+        emit f.form->pollFinished();
+        QVERIFY2(c.rateText().endsWith(QStringLiteral(" polls/s")), qPrintable(c.rateText()));
     }
 };
 

@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Following the knob on the main window, on a fake port answered by the virtual radio's model and a
+// fake clock: the poll that sees a VFO move, the readings of that VFO alone, the full poll at least
+// every second, the rest after three agreeing readings, a failed reading, and the fast link off.
+#include "ConsoleFixture.h"
+#include "VirtualRadio.h"
+
+#include <QLabel>
+#include <QTest>
+
+namespace {
+using Vfo = VirtualRadio::Vfo;
+const QString ReadA = QStringLiteral("00 00 00 02 10");
+const QString ReadB = QStringLiteral("00 00 00 03 10");
+const QString ReadFlags = QStringLiteral("00 00 00 01 FA");
+
+struct Scene : ConsoleFixture {
+    Scene()
+    {
+        port->responder = [this](const QByteArray& command) { return answer(command); };
+        link.setFastLink(true);
+        form->setFollowKnob(true);
+        form->setPollEnabled(true);
+    }
+    ~Scene() { form->setPollEnabled(false); }
+
+    // The knob turns one 10 Hz step at each status read the radio answers, while steps remain.
+    QByteArray answer(const QByteArray& command)
+    {
+        const bool statusRead = quint8(command[4]) == Op::StatusRequest;
+        if (statusRead && knobSteps > 0) {
+            VfoState v = radio.vfo(knobVfo);
+            v.freq10Hz += 1;
+            radio.setVfo(knobVfo, v);
+            --knobSteps;
+        }
+        if (onCommand)
+            onCommand(command);
+        QByteArray reply = radio.handle(command);
+        // The first reading after a full poll (its flags read) comes back short, while asked to.
+        if (quint8(command[4]) == Op::ReadFlags && shortReadings > 0)
+            shortenNext = true;
+        else if (statusRead && quint8(command[3]) == StatusKind::CurrentVfo && shortenNext) {
+            shortenNext = false;
+            --shortReadings;
+            reply.chop(3);
+        }
+        clock->advance(LineMsPerByte * (command.size() + reply.size()));
+        return reply;
+    }
+    void poll() { form->Get_Status32(0); }
+    int count(const QStringList& writes, const QString& command) const { return int(writes.count(command)); }
+    QString shownA() const { return form->findChild<QLabel*>(QStringLiteral("Label2(1)"))->text(); }
+
+    static constexpr int LineMsPerByte = 2;  // about 4800 baud
+    VirtualRadio radio;
+    Vfo knobVfo = Vfo::A;
+    int knobSteps = 0;
+    int shortReadings = 0;
+    bool shortenNext = false;
+    std::function<void(const QByteArray&)> onCommand;
+};
+}  // namespace
+
+class TestForm1Follow : public QObject {
+    Q_OBJECT
+private slots:
+    void aPollThatSeesVfoAMoveReadsItAloneUntilTheKnobRests()
+    {
+        Scene s;
+        s.poll();
+        s.takeWrites();
+        s.knobSteps = 6;
+        s.poll();
+        const QStringList w = s.takeWrites();
+        // One full poll, then VFO-A's record alone, back to back, until three readings agree.
+        QCOMPARE(s.count(w, ReadFlags), 1);
+        const int readings = s.count(w, ReadA) - 1;  // the poll's own first read is one
+        QVERIFY2(readings >= 3, qPrintable(w.join(u'|')));
+        QCOMPARE(w.mid(w.lastIndexOf(ReadFlags) + 1), QStringList(readings, ReadA));
+        QVERIFY(!s.form->followingKnob());
+        QCOMPARE(s.knobSteps, 0);
+        // The display holds the radio's own frequency.
+        QCOMPARE(s.form->vfoKHz(1), double(s.radio.vfo(Vfo::A).freq10Hz) / 100.0);
+    }
+
+    void vfoBsMoveIsFollowedWithItsOwnRecord()
+    {
+        Scene s;
+        s.poll();
+        s.takeWrites();
+        s.knobVfo = Vfo::B;
+        s.knobSteps = 4;
+        s.poll();
+        const QStringList w = s.takeWrites();
+        const QStringList after = w.mid(w.lastIndexOf(ReadFlags) + 1);
+        QVERIFY2(after.size() >= 3, qPrintable(w.join(u'|')));
+        QCOMPARE(after, QStringList(after.size(), ReadB));
+        QCOMPARE(s.form->vfoKHz(2), double(s.radio.vfo(Vfo::B).freq10Hz) / 100.0);
+    }
+
+    void aFullPollAtLeastEverySecondWhileFollowing()
+    {
+        Scene s;
+        s.poll();
+        s.takeWrites();
+        s.knobSteps = 400;  // far longer than a second of readings
+        QList<qint64> fullPollsAt;
+        s.onCommand = [&](const QByteArray& c) {
+            if (quint8(c[4]) == Op::ReadFlags)
+                fullPollsAt << s.clock->nowMs();
+        };
+        s.poll();
+        QVERIFY(fullPollsAt.size() >= 3);
+        for (int i = 1; i < fullPollsAt.size(); ++i)
+            QVERIFY2(fullPollsAt[i] - fullPollsAt[i - 1] <= KnobFollower::FullPollEveryMs + 300,
+                     qPrintable(QStringLiteral("%1 ms between full polls").arg(fullPollsAt[i] - fullPollsAt[i - 1])));
+        QVERIFY(!s.form->followingKnob());
+    }
+
+    void aJobPostedWhileFollowingWaitsAtMostOneReading()
+    {
+        Scene s;
+        s.poll();
+        s.takeWrites();
+        s.knobSteps = 20;
+        int readingsSeen = 0;
+        s.onCommand = [&](const QByteArray& c) {
+            if (CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo).bytes() == c && ++readingsSeen == 4)
+                s.link.post([](CatPort& port) { port.send(CatCommand::make(Op::SetMode, ModeCode::Cw)); });
+        };
+        s.poll();
+        const QStringList w = s.takeWrites();
+        const int at = int(w.indexOf(QStringLiteral("00 00 00 02 0C")));
+        QVERIFY(at > 0);
+        QCOMPARE(w.at(at - 1), ReadA);     // right after the reading that was on the line
+        QCOMPARE(w.value(at + 1), ReadA);  // and following goes on
+    }
+
+    void aShortReadingEndsFollowingAndTheTimedPollTakesOver()
+    {
+        Scene s;
+        s.poll();
+        s.takeWrites();
+        s.knobSteps = 10;
+        s.shortReadings = 1;
+        s.poll();
+        const QStringList w = s.takeWrites();
+        // The poll's own read, one reading that came short, and no more.
+        QCOMPARE(s.count(w, ReadA), 2);
+        QVERIFY(!s.form->followingKnob());
+        s.poll();  // the timed poll goes on, and follows again on the moving knob
+        QVERIFY(s.count(s.takeWrites(), ReadA) > 1);
+    }
+
+    void withTheFastLinkOffThePollIsExactlyThePoll()
+    {
+        Scene s;
+        s.link.setFastLink(false);
+        s.poll();
+        s.takeWrites();
+        s.knobSteps = 10;
+        s.poll();
+        s.poll();
+        const QStringList w = s.takeWrites();
+        QCOMPARE(s.count(w, ReadA), 2);
+        QCOMPARE(s.count(w, ReadB), 2);
+        QCOMPARE(s.count(w, ReadFlags), 2);
+        QVERIFY(!s.form->followingKnob());
+    }
+
+    void followKnobOffKeepsThePoll()
+    {
+        Scene s;
+        s.form->setFollowKnob(false);
+        s.poll();
+        s.takeWrites();
+        s.knobSteps = 10;
+        s.poll();
+        QCOMPARE(s.count(s.takeWrites(), ReadA), 1);
+    }
+
+    void thePollSwitchedOffEndsFollowing()
+    {
+        Scene s;
+        s.poll();
+        s.takeWrites();
+        s.knobSteps = 50;
+        int readings = 0;
+        s.onCommand = [&](const QByteArray& c) {
+            if (CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo).bytes() == c && ++readings == 3)
+                s.form->setPollEnabled(false);  // a sweep starting, say
+        };
+        s.poll();
+        QCOMPARE(readings, 3);
+        QVERIFY(!s.form->followingKnob());
+    }
+};
+
+QTEST_MAIN(TestForm1Follow)
+#include "test_form1_follow.moc"
