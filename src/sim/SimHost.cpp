@@ -296,6 +296,7 @@ void SimHost::serve()
             std::lock_guard lock(logMutex_);
             log_.append({since_.elapsed(), *frame});
         }
+        applyKnob();
         const RadioReply reply = radio_.respond(*frame);
         if (reply.closeLineMs > 0) {
             unplugNow();
@@ -383,4 +384,29 @@ void SimHost::serve()
             [[maybe_unused]] const ssize_t n = ::write(master_, due.constData(), static_cast<size_t>(due.size()));
         }
     }
+}
+
+void SimHost::turnKnob(const Knob::Turn& turn)
+{
+    std::lock_guard lock(knobMutex_);
+    knob_.turn(turn, since_.isValid() ? since_.elapsed() : 0);
+    knobApplied_ = 0;
+}
+
+std::optional<qint64> SimHost::knobReachedStepAtMs(qint64 step) const
+{
+    std::lock_guard lock(knobMutex_);
+    return knob_.reachedStepAtMs(step);
+}
+
+void SimHost::applyKnob()
+{
+    std::lock_guard lock(knobMutex_);
+    const qint64 steps = knob_.stepsAt(since_.elapsed());
+    if (steps == knobApplied_)
+        return;
+    VfoState a = radio_.vfo(VirtualRadio::Vfo::A);
+    a.freq10Hz += steps - knobApplied_;
+    radio_.setVfo(VirtualRadio::Vfo::A, a);
+    knobApplied_ = steps;
 }

@@ -5,6 +5,7 @@
 // pace of the real line, and it keeps a log of every command received.
 
 #include "FrameAssembler.h"
+#include "Knob.h"
 #include "LineFaults.h"
 #include "VirtualRadio.h"
 
@@ -62,6 +63,14 @@ public:
     void setReplyDelayMs(int ms) { replyDelayMs_ = ms; }
     int replyDelayMs() const { return replyDelayMs_.load(); }
 
+    // Turns VFO-A's knob from now on (see Knob): the radio's frequency moves as the time goes,
+    // whether or not anyone reads it.
+    void turnKnob(const Knob::Turn& turn);
+    // Milliseconds since start(), the clock of the log and of the knob.
+    qint64 elapsedMs() const { return since_.elapsed(); }
+    // When the knob reached the given number of steps, on that clock.
+    std::optional<qint64> knobReachedStepAtMs(qint64 step) const;
+
     VirtualRadio& radio();
     // The line's faults; installed on the radio the first time they are asked for.
     LineFaults& faults();
@@ -79,6 +88,7 @@ private:
     bool openTerminal(QString* error);  // on the serving thread once it runs
     void closeTerminal();
     void request(char what);  // hands an unplug or replug to the serving thread and waits for it
+    void applyKnob();         // on the serving thread, before a command is answered
 
     VirtualRadio radio_;
     std::shared_ptr<LineFaults> faults_;
@@ -102,6 +112,9 @@ private:
     int wake_[2] = {-1, -1};  // a byte here stops the serving thread
     std::thread thread_;
     QElapsedTimer since_;
+    mutable std::mutex knobMutex_;
+    Knob knob_;
+    qint64 knobApplied_ = 0;  // steps already put on VFO-A
     mutable std::mutex logMutex_;
     QList<LogEntry> log_;
 };

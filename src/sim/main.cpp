@@ -15,7 +15,7 @@ namespace {
 constexpr double DefaultFaultRate = 0.1;
 // Longer than any wait the program gives a reply: a radio this slow is a silent one.
 constexpr int MaxReplyDelayMs = 10000;
-}
+}  // namespace
 
 int main(int argc, char* argv[])
 {
@@ -55,6 +55,11 @@ int main(int argc, char* argv[])
         QStringLiteral("Milliseconds the radio takes before it starts each reply (a slow radio); default 0."),
         QStringLiteral("ms"), QStringLiteral("0"));
     parser.addOption(delayOption);
+    const QCommandLineOption knobOption(
+        QStringLiteral("knob"),
+        QStringLiteral("Turn VFO-A's knob at HZ_PER_S in 10 Hz steps, for SECONDS (for ever without), then rest."),
+        QStringLiteral("HZ_PER_S[,SECONDS]"));
+    parser.addOption(knobOption);
     parser.process(app);
 
     QTextStream err(stderr);
@@ -96,6 +101,16 @@ int main(int argc, char* argv[])
         return 2;
     }
 
+    std::optional<Knob::Turn> knob;
+    if (parser.isSet(knobOption)) {
+        QString error;
+        knob = Knob::parse(parser.value(knobOption), &error);
+        if (!knob) {
+            err << "ft1000-sim: " << error << '\n';
+            return 2;
+        }
+    }
+
     // The signals are taken by sigwait below; blocked before the serving thread starts, so that thread
     // inherits the mask and never sees them.
     sigset_t stopSignals;
@@ -117,6 +132,8 @@ int main(int argc, char* argv[])
         err << "ft1000-sim: " << error << '\n';
         return 1;
     }
+    if (knob)
+        host.turnKnob(*knob);
     QTextStream out(stdout);
     out << host.devicePath() << Qt::endl;  // endl flushes: a script reads the path at once
 

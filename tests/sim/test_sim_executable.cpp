@@ -7,6 +7,7 @@
 #include "Procedures.h"
 #include "QtSerialPort.h"
 #include "RealClock.h"
+#include "StatusDecoder.h"
 
 #include <QProcess>
 #include <QTest>
@@ -55,6 +56,35 @@ private slots:
         QVERIFY(sim.waitForFinished(5000));
         QCOMPARE(sim.exitStatus(), QProcess::NormalExit);
         QCOMPARE(sim.exitCode(), 0);
+    }
+
+    void aMalformedKnobIsRefused()
+    {
+        QProcess sim;
+        sim.start(QStringLiteral(SIM_EXECUTABLE), {QStringLiteral("--knob"), QStringLiteral("fast")});
+        QVERIFY(sim.waitForFinished(5000));
+        QCOMPARE(sim.exitCode(), 2);
+        QVERIFY(sim.readAllStandardError().contains("--knob takes HZ_PER_S[,SECONDS]"));
+    }
+
+    void theKnobTurnsVfoA()
+    {
+        QProcess sim;
+        sim.start(QStringLiteral(SIM_EXECUTABLE), {QStringLiteral("--knob"), QStringLiteral("20000,0.5")});
+        QVERIFY(sim.waitForStarted());
+        const QString path = readPath(sim);
+        QtSerialPort serial;
+        serial.setDevice(path);
+        QString error;
+        QVERIFY2(serial.open(&error), qPrintable(error));
+        RealClock clock;
+        CatPort port(serial, clock);
+        QTest::qWait(700);  // the turn is over: 10 kHz up from the radio's 14,074.00 at start
+        StatusRecord store;
+        QCOMPARE(decodeStatus(store, Get_Status32(port).record).a.kHz, 14084.0);
+        serial.close();
+        sim.terminate();
+        QVERIFY(sim.waitForFinished(5000));
     }
 
     void unknownModel_isRefused()
