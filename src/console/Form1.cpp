@@ -161,39 +161,40 @@ void Form1::Get_Status32(int stat)
     if (!portOpen())
         return;
     const int selector = meterSelector_;
-    if (stat == 0)
-        statusSincePoll_ = false;
     auto back = courier();
+    // True when the status record came back (the knob's follower compares its frequencies).
     auto job = [back, selector, stat, cache = pollCache_, link = &link_](CatPort& port) {
         const quint64 mark = cache->pollStarting();
         const StatusReply status = ::Get_Status32(port);
         if (!status.ran)
-            return;
+            return false;
         cache->storeStatus(mark, status);
         back([record = status.record](Form1& f) { f.showStatus(record); });
+        const bool statusCame = status.record.size() == 2 * ReplySize::VfoRecord;
         if (status.record.isEmpty() || stat != 0)
-            return;
+            return statusCame;
         link->runWaitingSets(port);  // a client's frequency need not wait out the whole poll
         const MeterReplies meters = readMeters(port, selector);
         cache->storeMeters(mark, selector, meters);
         back([meters](Form1& f) { f.showMeters(meters); });
         if (!meters.complete())
-            return;
+            return statusCame;
         link->runWaitingSets(port);
         const FlagsReply flags = ::GetFlags(port, 1);
         cache->storeFlags(mark, flags);
         back([flags](Form1& f) { f.showFlags(1, flags); });
+        return statusCame;
     };
     if (stat == 0)
         link_.postTick(JobKind::Poll, [job, back](CatPort& port) {
-            job(port);
-            back([](Form1& f) {
+            const bool statusCame = job(port);
+            back([statusCame](Form1& f) {
                 emit f.pollFinished();
-                f.followAfterPoll();
+                f.followAfterPoll(statusCame);
             });
         });
     else
-        link_.post(job);
+        link_.post([job](CatPort& port) { job(port); });
 }
 
 void Form1::GetFlags(int arg)

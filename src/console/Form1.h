@@ -192,7 +192,7 @@ private:
     // Following the knob.
     void syncFollower();
     bool followingOn();  // following, and its chain not held up
-    void followAfterPoll();
+    void followAfterPoll(bool statusCame);
     void followNext(KnobFollower::Next next);
     void readVfo(bool vfoB);
     void showReading(const VfoReading& reading, bool vfoB);
@@ -236,7 +236,6 @@ private:
     QByteArray lastRecord_;  // the last whole 32-byte record shown: a reading replaces one half
     KnobFollower follower_;
     bool followKnob_ = true;
-    bool statusSincePoll_ = false;
     qint64 followPostedMs_ = 0;
     static constexpr qint64 FollowStallMs = 2 * KnobFollower::FullPollEveryMs;
     double vfoA_ = 0, vfoB_ = 0;

@@ -32,11 +32,11 @@ void Form1::syncFollower()
         follower_.setEnabled(allowed);
 }
 
-void Form1::followAfterPoll()
+void Form1::followAfterPoll(bool statusCame)
 {
     syncFollower();
     std::optional<qint64> a, b;
-    if (statusSincePoll_) {
+    if (statusCame) {
         a = steps(vfoA_);
         b = steps(vfoB_);
     }

@@ -17,7 +17,6 @@ void Form1::showStatus(const QByteArray& record)
     }
     vfoA_ = v.a.kHz;
     vfoB_ = v.b.kHz;
-    statusSincePoll_ = true;
     if (record.size() == 2 * ReplySize::VfoRecord)
         lastRecord_ = record;
     Label15->setText(v.dumpA);

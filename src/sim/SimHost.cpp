@@ -353,6 +353,7 @@ void SimHost::serve()
         if (fds[0].revents != 0 && !serveRequests())
             return;
         now = SteadyClock::now();
+        applyKnob();  // the knob turns whether or not anyone asks, the cable pulled or not
         if (replugDue && now >= replugAt) {
             replugDue = false;
             openTerminal(nullptr);  // a failure leaves it unplugged, as a dead adapter would be
