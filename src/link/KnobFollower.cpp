@@ -59,7 +59,7 @@ KnobFollower::Next KnobFollower::next(qint64 nowMs)
 {
     if (!following())
         return Next::TimedPoll;
-    if (nowMs - lastFullPollMs_ >= FullPollEveryMs)
+    if (nowMs - lastFullPollMs_ >= FullPollEveryMs - FullPollLeadMs)
         return Next::FullPoll;
     // Both moving: take turns.
     const int other = 1 - turn_;

@@ -16,6 +16,9 @@ class KnobFollower {
 public:
     static constexpr int RestingReadings = 3;        // agreeing readings in a row: the knob rests
     static constexpr qint64 FullPollEveryMs = 1000;  // the longest the meters and flags may wait
+    // A full poll is asked for this long before that: the reading still on the line and the poll's
+    // own 109 bytes with their waits (about 300 ms at 4800 baud) must fit in the second too.
+    static constexpr qint64 FullPollLeadMs = 400;
 
     enum class Vfo { A = 0, B = 1 };
     enum class Next {

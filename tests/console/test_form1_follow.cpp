@@ -113,7 +113,7 @@ private slots:
         s.poll();
         QVERIFY(fullPollsAt.size() >= 3);
         for (int i = 1; i < fullPollsAt.size(); ++i)
-            QVERIFY2(fullPollsAt[i] - fullPollsAt[i - 1] <= KnobFollower::FullPollEveryMs + 300,
+            QVERIFY2(fullPollsAt[i] - fullPollsAt[i - 1] <= KnobFollower::FullPollEveryMs,
                      qPrintable(QStringLiteral("%1 ms between full polls").arg(fullPollsAt[i] - fullPollsAt[i - 1])));
         QVERIFY(!s.form->followingKnob());
     }
