@@ -69,7 +69,7 @@ bool Form1::portOpen() const
 void Form1::setPollEnabled(bool on)
 {
     if (!on)
-        follower_.rest();
+        restFollowing();
     if (on)
         Timer1->start();
     else

@@ -62,7 +62,7 @@ public:
     // full polls (see KnobFollower). On by default; nothing changes while the fast link is off.
     void setFollowKnob(bool on);
     bool followKnob() const { return followKnob_; }
-    bool followingKnob() const { return follower_.following(); }
+    bool followingKnob() const;
     void SetFreq(qint64 frq, int vfo);  // frq in 10 Hz units
     void GetFlags(int arg);
 
@@ -190,11 +190,14 @@ private:
     void setTxAuthorized(bool on);
 
     // Following the knob.
+    struct FollowChain;
+    struct ReadingJob;
+    static std::shared_ptr<FollowChain> makeFollowChain();
     void syncFollower();
+    void restFollowing();
     bool followingOn();  // following, and its chain not held up
     void followAfterPoll(bool statusCame);
-    void followNext(KnobFollower::Next next);
-    void readVfo(bool vfoB);
+    void followFullPoll();
     void showReading(const VfoReading& reading, bool vfoB);
 
     // Poll painting.
@@ -234,9 +237,8 @@ private:
 
     StatusRecord record_;
     QByteArray lastRecord_;  // the last whole 32-byte record shown: a reading replaces one half
-    KnobFollower follower_;
+    std::shared_ptr<FollowChain> follow_ = makeFollowChain();
     bool followKnob_ = true;
-    qint64 followPostedMs_ = 0;
     static constexpr qint64 FollowStallMs = 2 * KnobFollower::FullPollEveryMs;
     double vfoA_ = 0, vfoB_ = 0;
     int modeCode_ = 0;
