@@ -31,7 +31,7 @@ ctest --test-dir build-fuzz --output-on-failure --parallel $jobs
 # Thread sanitizer: the link thread, the virtual radio's host thread and the port watch, polling the
 # misbehaving radio, and clients of the server and the sharing ports on threads of their own; any
 # data race fails the run.
-tsan_tests=(test_radio_link_threaded test_transmit_gate test_radio_link_replacing test_sim_radiolink test_sim_link test_sim_fastlink test_sim_unplug test_port_watch
+tsan_tests=(test_radio_link_threaded test_transmit_gate test_radio_link_replacing test_poll_ticks test_sim_radiolink test_sim_link test_sim_fastlink test_sim_unplug test_port_watch
     test_link_faults test_link_faults_fast test_sharing_together)
 cmake -S . -B build-tsan -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DFT_TSAN=ON -DFT_CORE_ONLY=ON
 cmake --build build-tsan --target "${tsan_tests[@]}" --parallel $jobs

@@ -68,8 +68,12 @@ bool Form1::portOpen() const
 
 void Form1::setPollEnabled(bool on)
 {
-    if (!on)
+    if (!on) {
         restFollowing();
+        // A tick that fell due while the last poll ran would otherwise run after the jobs of
+        // whoever turned the poll off (between a sweep's passes, before its tune back).
+        link_.forgetDue(JobKind::Poll);
+    }
     if (on)
         Timer1->start();
     else

@@ -91,6 +91,19 @@ void RadioLink::post(Job job)
 {
     if (stopping_.load())
         return;
+    {
+        // Counted under the lock that guards the waiting sets, so that runWaitingSets never sees a
+        // set whose job is counted before another job posted ahead of it.
+        std::lock_guard lock(waitingMutex_);
+        ++others_;
+        if (mode_ == Mode::Threaded)
+            ++pending_;
+    }
+    enqueue(std::move(job));
+}
+
+void RadioLink::enqueue(Job job)
+{
     if (mode_ == Mode::Inline) {
         if (inlineRunning_) {
             inlineQueue_.push_back(std::move(job));
@@ -106,7 +119,6 @@ void RadioLink::post(Job job)
         inlineRunning_ = false;
         return;
     }
-    ++pending_;
     QMetaObject::invokeMethod(worker_, ThreadHandoff::handOver([this, job = std::move(job)] {
                                   runOne(job);
                                   --pending_;
@@ -142,15 +154,23 @@ bool RadioLink::postKind(int kind, Job job, bool rememberDue)
         }
         job(port);
         Job next;
+        quint64 generation = 0;
         {
             std::lock_guard lock(kindsMutex_);
             kinds_[kind] = Idle;
             next.swap(due_[kind]);
+            generation = forgotten_[kind];
         }
         // Posted from the poster's side, as the timer would have: between the two the link is idle
-        // for a moment, so that waiting for an idle link ends while the poll runs on.
+        // for a moment, so that waiting for an idle link ends while the poll runs on. A tick forgotten
+        // meanwhile (the poll turned off) is dropped there.
         if (next && !stopping_.load())
-            deliver(this, [this, kind, next = std::move(next)]() mutable {
+            deliver(this, [this, kind, generation, next = std::move(next)]() mutable {
+                {
+                    std::lock_guard lock(kindsMutex_);
+                    if (forgotten_[kind] != generation)
+                        return;
+                }
                 if (!stopping_.load())
                     postKind(kind, std::move(next), /*rememberDue=*/true);
             });
@@ -164,6 +184,14 @@ bool RadioLink::postKind(int kind, Job job, bool rememberDue)
     return true;
 }
 
+void RadioLink::forgetDue(int kind)
+{
+    Job dropped;
+    std::lock_guard lock(kindsMutex_);
+    dropped.swap(due_[kind]);
+    ++forgotten_[kind];
+}
+
 bool RadioLink::busyWith(int kind) const
 {
     std::lock_guard lock(kindsMutex_);
@@ -175,16 +203,7 @@ bool RadioLink::postReplacing(int key, Job job)
     if (stopping_.load())
         return false;
     auto slot = std::make_shared<Job>();
-    {
-        std::lock_guard lock(waitingMutex_);
-        if (auto it = waiting_.find(key); it != waiting_.end()) {
-            it->second.slot->swap(job);  // the replaced job goes with `job`, outside the lock
-            return false;
-        }
-        *slot = std::move(job);
-        waiting_.emplace(key, WaitingSet{slot, ++waitingOrder_});
-    }
-    post([this, key, slot](CatPort& port) {
+    Job wrapper = [this, key, slot](CatPort& port) {
         Job mine;
         {
             std::lock_guard lock(waitingMutex_);
@@ -194,7 +213,22 @@ bool RadioLink::postReplacing(int key, Job job)
         }
         if (mine)
             mine(port);
-    });
+    };
+    {
+        std::lock_guard lock(waitingMutex_);
+        // The newer set takes the older one's place only while nothing but other such sets was
+        // posted after it: otherwise a job between the two (a key, a transmission) would move to
+        // the newer frequency.
+        if (auto it = waiting_.find(key); it != waiting_.end() && it->second.othersBefore == others_) {
+            it->second.slot->swap(job);  // the replaced job goes with `job`, outside the lock
+            return false;
+        }
+        *slot = std::move(job);
+        if (mode_ == Mode::Threaded)
+            ++pending_;
+        waiting_.insert_or_assign(key, WaitingSet{slot, ++waitingOrder_, others_});
+    }
+    enqueue(std::move(wrapper));
     return true;
 }
 

@@ -46,9 +46,12 @@ public:
     // behind whatever was posted meanwhile, as a tick that fired during a busy handler runs afterwards.
     void postTick(int kind, Job job);
     bool busyWith(int kind) const;
+    // Forgets the tick of that kind that fell due while one ran (the timer was stopped since).
+    void forgetDue(int kind);
 
-    // Posts the job, or, while a job posted with the same key still waits (has not begun), puts this
-    // one in its place: the newer wins and keeps the older one's place in the order. So a frequency
+    // Posts the job, or, while a job posted with the same key still waits (has not begun) and nothing
+    // but such sets was posted after it, puts this one in its place: the newer wins and keeps the
+    // older one's place in the order. So a frequency
     // set from any client that tunes faster than the link goes leaves no backlog of frequencies the
     // radio would only pass through. True when the job was posted, false when it replaced one (or the
     // link is closing).
@@ -88,6 +91,7 @@ private:
     enum KindState { Idle = 0, Waiting = 1, Running = 2 };
     bool postKind(int kind, Job job, bool rememberDue);
     void runOne(const Job& job);
+    void enqueue(Job job);  // hands a counted job to the link thread
     void afterJob();
 
     Mode mode_;
@@ -105,14 +109,17 @@ private:
     mutable std::mutex kindsMutex_;
     KindState kinds_[KindCount] = {};
     Job due_[KindCount];
+    quint64 forgotten_[KindCount] = {};  // counts forgetDue, so a tick already on its way is dropped
     // postReplacing: per key, the job that still waits for its turn.
     std::mutex waitingMutex_;
     struct WaitingSet {
         std::shared_ptr<Job> slot;
-        quint64 order = 0;  // when it was first posted
+        quint64 order = 0;         // when it was first posted
+        quint64 othersBefore = 0;  // others_ when it was posted
     };
     std::map<int, WaitingSet> waiting_;
     quint64 waitingOrder_ = 0;
+    quint64 others_ = 0;  // the jobs posted other than with postReplacing, counted under waitingMutex_
     // Inline mode: jobs posted from inside a job wait here until the running one ends.
     std::vector<Job> inlineQueue_;
     bool inlineRunning_ = false;

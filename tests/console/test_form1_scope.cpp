@@ -114,6 +114,47 @@ private slots:
         QVERIFY(f.form->pollEnabled());
     }
 
+    void oneShotSweep_startedDuringAPoll_tunesBackToTheCentreBeforeTheNextPoll()
+    {
+        ConsoleFixture f;
+        f.form->Key_Click(24);
+        BandScope* scope = f.form->bandScope();
+        scope->centreEdit()->setText(QStringLiteral("14250.00"));
+        choose(scope->panCombo(1), QStringLiteral("50 Khz"));
+        choose(scope->panCombo(2), QStringLiteral("25 Khz"));
+        scope->scan(1)->setChecked(true);
+        // During a poll a Timer1 tick falls due, then the operator starts the sweep.
+        bool started = false;
+        f.port->responder = [&](const QByteArray& c) {
+            const int op = static_cast<quint8>(c.at(4));
+            if (op == Op::StatusRequest && !started) {
+                started = true;
+                f.form->Timer1_Timer();
+                f.form->Key_Click(49);
+            }
+            if (op == Op::ReadMeter)
+                return QByteArray::fromHex("60000000f7");
+            return QByteArray();
+        };
+        f.takeWrites();
+        f.form->Timer1_Timer();
+
+        const QStringList w = f.port->writtenHex();
+        QList<int> tuneAt;
+        QList<int> statusAt;
+        for (int i = 0; i < w.size(); ++i) {
+            if (isTune(w[i]))
+                tuneAt.append(i);
+            if (w[i] == StatusRequest)
+                statusAt.append(i);
+        }
+        QCOMPARE(tuneAt.size(), 3 + 1);  // the samples, and the tune back to the centre
+        QCOMPARE(statusAt.size(), 1);    // the poll that was running; the tick is forgotten
+        QVERIFY(statusAt[0] < tuneAt[0]);
+        QCOMPARE(tuneAt.last(), static_cast<int>(w.size()) - 1);  // nothing after the tune back
+        QVERIFY(f.form->pollEnabled());
+    }
+
     void waterfall_growsTheWindowWhileTheScopeIsShown()
     {
         ConsoleFixture f;

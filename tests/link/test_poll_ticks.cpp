@@ -6,7 +6,10 @@
 #include "Procedures.h"
 #include "RadioLink.h"
 
+#include <QSemaphore>
 #include <QTest>
+#include <QThread>
+#include <atomic>
 
 namespace {
 constexpr int TickMs = 250;
@@ -24,7 +27,7 @@ struct TickedLink {
                    clock, RadioLink::Mode::Inline};
     QList<qint64> pollStarts;
     qint64 nextTick = TickMs;
-    qint64 lastTickAt = 1300;  // the timer stops here, so that an inline run comes to an end
+    qint64 lastTickAt = 1300;            // the timer stops here, so that an inline run comes to an end
     std::function<void(qint64)> onTime;  // the test's own events, at a time
 
     // A 600 ms poll: the status, meter and flag waits of the exact mode.
@@ -104,6 +107,65 @@ private slots:
         QCOMPARE(sent.at(key - 1), QStringLiteral("00 00 00 01 FA"));
         QCOMPARE(sent.at(key + 1), QStringLiteral("00 00 00 02 10"));
         QCOMPARE(l.pollStarts.at(1), 600);
+    }
+
+    void turningThePollOffForgetsTheTickThatFellDue()
+    {
+        TickedLink l;
+        l.lastTickAt = TickMs;
+        l.onTime = [&](qint64) {
+            // A sweep starts during the first poll, after the tick fell due: the poll is turned off
+            // and the sweep's pass is posted; nothing of the poll may run after the pass.
+            l.link.forgetDue(JobKind::Poll);
+            l.link.post([](CatPort& p) { p.send(CatCommand::make(Op::SetMode, ModeCode::Usb)); });
+        };
+        l.tick();
+        QCOMPARE(l.pollStarts, (QList<qint64>{0}));
+        QCOMPARE(l.port->writtenHex().last(), QStringLiteral("00 00 00 01 0C"));
+    }
+
+    void aForgottenTickAlreadyOnItsWayIsDropped()
+    {
+        // Threaded: the poll ended and handed its remembered tick to this thread before the poll
+        // was turned off; the tick arrives afterwards and must not run.
+        auto clock = std::make_shared<FakeClock>();
+        RadioLink link(
+            [clock] {
+                auto p = std::make_unique<FakeSerialPort>(clock.get());
+                p->open(nullptr);
+                return p;
+            },
+            clock, RadioLink::Mode::Threaded);
+        std::atomic<int> polls{0};
+        QSemaphore started, carryOn;
+        link.postTick(JobKind::Poll, [&](CatPort&) {
+            ++polls;
+            started.release();
+            carryOn.acquire();
+        });
+        started.acquire();
+        link.postTick(JobKind::Poll, [&](CatPort&) { ++polls; });  // falls due while the first runs
+        carryOn.release();
+        // Idle again: the tick is on its way to this thread, which has not taken it yet.
+        while (link.busyWith(JobKind::Poll))
+            QThread::msleep(1);
+        link.forgetDue(JobKind::Poll);
+        QCoreApplication::processEvents();
+        link.waitForIdle();
+        QCOMPARE(polls.load(), 1);
+        // Not forgotten, the same tick runs.
+        link.postTick(JobKind::Poll, [&](CatPort&) {
+            ++polls;
+            started.release();
+            carryOn.acquire();
+        });
+        started.acquire();
+        link.postTick(JobKind::Poll, [&](CatPort&) { ++polls; });
+        carryOn.release();
+        link.waitForIdle();
+        QCoreApplication::processEvents();
+        link.waitForIdle();
+        QCOMPARE(polls.load(), 3);
     }
 
     void mergedKindsStillDropATickThatFallsDueWhileTheyRun()

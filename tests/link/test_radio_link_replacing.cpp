@@ -10,6 +10,7 @@
 #include <QTest>
 #include <QThread>
 #include <atomic>
+#include <utility>
 
 namespace {
 constexpr int LongJobMs = 5000;
@@ -59,14 +60,15 @@ private slots:
         Link l(RadioLink::Mode::Inline);
         QList<bool> posted;
         // The other clients post while the link sleeps in a long job.
+        bool once = false;  // the handler stays set: clearing it would destroy it while it runs
         l.clock->onSleep = [&](int) {
-            l.clock->onSleep = nullptr;
+            if (std::exchange(once, true))
+                return;
             l.link.post(setMode(1));
             posted << l.link.postReplacing(JobKey::FrequencyA, setFreq(1407600, 1));
-            l.link.post(setMode(2));
             posted << l.link.postReplacing(JobKey::FrequencyA, setFreq(1407610, 1));
             posted << l.link.postReplacing(JobKey::FrequencyB, setFreq(707400, 2));
-            posted << l.link.postReplacing(JobKey::FrequencyA, setFreq(1407620, 1));
+            posted << l.link.postReplacing(JobKey::FrequencyB, setFreq(707410, 2));
             l.link.post(setMode(3));
         };
         l.link.post([](CatPort& port) {
@@ -74,9 +76,31 @@ private slots:
             port.sleep(LongJobMs);
         });
         QCOMPARE(posted, (QList<bool>{true, false, true, false}));
-        // Only the last of the three sets of VFO-A went out, where the first one stood.
-        QCOMPARE(l.written(), (QStringList{modeHex(0), modeHex(1), freqHex(1407620, 1), modeHex(2), freqHex(707400, 2),
-                                           modeHex(3)}));
+        // Only the last set of each VFO went out, where the first one stood.
+        QCOMPARE(l.written(),
+                 (QStringList{modeHex(0), modeHex(1), freqHex(1407610, 1), freqHex(707410, 2), modeHex(3)}));
+    }
+
+    void aSetPostedAfterAnotherJobDoesNotReplaceTheOneBeforeThatJob()
+    {
+        // Behind a long job: F1, key, unkey, F2. Replacing F1 with F2 would put the transmission on F2.
+        Link l(RadioLink::Mode::Inline);
+        QList<bool> posted;
+        const CatCommand key = CatCommand::make(Op::Ptt, 1);
+        const CatCommand unkey = CatCommand::make(Op::Ptt, 0);
+        bool once = false;  // the handler stays set: clearing it would destroy it while it runs
+        l.clock->onSleep = [&](int) {
+            if (std::exchange(once, true))
+                return;
+            posted << l.link.postReplacing(JobKey::FrequencyA, setFreq(1407600, 1));
+            l.link.post([key](CatPort& port) { port.send(key); });
+            l.link.post([unkey](CatPort& port) { port.send(unkey); });
+            posted << l.link.postReplacing(JobKey::FrequencyA, setFreq(2107400, 1));
+            posted << l.link.postReplacing(JobKey::FrequencyA, setFreq(2107410, 1));
+        };
+        l.link.post([](CatPort& port) { port.sleep(LongJobMs); });
+        QCOMPARE(posted, (QList<bool>{true, true, false}));
+        QCOMPARE(l.written(), (QStringList{freqHex(1407600, 1), key.hex(), unkey.hex(), freqHex(2107410, 1)}));
     }
 
     void aSetThatHasRunIsNotReplaced()
@@ -99,12 +123,14 @@ private slots:
         started.acquire();
         l.link.post(setMode(1));
         QVERIFY(l.link.postReplacing(JobKey::FrequencyA, setFreq(1407600, 1)));
+        QVERIFY(!l.link.postReplacing(JobKey::FrequencyA, setFreq(1407605, 1)));
         l.link.post(setMode(2));
-        QVERIFY(!l.link.postReplacing(JobKey::FrequencyA, setFreq(1407610, 1)));
+        QVERIFY(l.link.postReplacing(JobKey::FrequencyA, setFreq(1407610, 1)));
         QVERIFY(!l.link.postReplacing(JobKey::FrequencyA, setFreq(1407620, 1)));
         carryOn.release();
         l.link.waitForIdle();
-        QCOMPARE(l.written(), (QStringList{modeHex(0), modeHex(1), freqHex(1407620, 1), modeHex(2)}));
+        QCOMPARE(l.written(),
+                 (QStringList{modeHex(0), modeHex(1), freqHex(1407605, 1), modeHex(2), freqHex(1407620, 1)}));
         // The key is free again: the next set is a job of its own.
         QVERIFY(l.link.postReplacing(JobKey::FrequencyA, setFreq(1407630, 1)));
         l.link.waitForIdle();
@@ -193,6 +219,49 @@ private slots:
         QVERIFY(!hex.isEmpty());
         QVERIFY(hex.size() <= 2 * SetsPerClient + 1);
         QCOMPARE(hex.last(), freqHex(2807400, 1));
+    }
+
+    void aSetNeverOvertakesAJobPostedBeforeIt()
+    {
+        // A client posts a job and then a set, over and over, while polls on the fast link keep
+        // offering the waiting sets a gap. The set must always go out after the job before it.
+        Link l(RadioLink::Mode::Threaded);
+        l.link.setFastLink(true);
+        constexpr int Rounds = 3000;
+        constexpr int Modes = 4;
+        std::atomic<bool> done{false};
+        std::unique_ptr<QThread> polls(QThread::create([&] {
+            while (!done.load()) {
+                l.link.post([&l](CatPort& port) { l.link.runWaitingSets(port); });
+                l.link.waitForIdle();
+            }
+        }));
+        polls->start();
+        for (int i = 0; i < Rounds; ++i) {
+            l.link.post(setMode(i % Modes));
+            l.link.postReplacing(JobKey::FrequencyA, setFreq(1400000 + i, 1));
+            if (i % Modes == Modes - 1)
+                l.link.waitForIdle();
+        }
+        done = true;
+        polls->wait();
+        l.link.waitForIdle();
+        // Each set follows its own round's mode on the wire.
+        QStringList modes;
+        for (int m = 0; m < Modes; ++m)
+            modes << modeHex(m);
+        QString lastMode;
+        int sets = 0;
+        for (const QString& h : l.written()) {
+            if (modes.contains(h)) {
+                lastMode = h;
+                continue;
+            }
+            QCOMPARE(h, freqHex(1400000 + sets, 1));
+            QCOMPARE(lastMode, modes.at(sets % Modes));
+            ++sets;
+        }
+        QCOMPARE(sets, Rounds);
     }
 
     void afterShutdownNothingIsPosted()

@@ -13,6 +13,7 @@
 
 #include <QTest>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -245,8 +246,10 @@ private slots:
     {
         OnFakeLink r;
         // Clients set while the link is busy with a long job; the link runs what waits after it.
-        r.clock->onSleep = [&r](int) {
-            r.clock->onSleep = nullptr;
+        bool once = false;  // the handler stays set: clearing it would destroy it while it runs
+        r.clock->onSleep = [&r, &once](int) {
+            if (std::exchange(once, true))
+                return;
             r.client.setFrequency(RigVfo::A, 14074000);
             r.client.setMode(2);
             r.client.setFrequency(RigVfo::B, 7074000);
@@ -254,8 +257,8 @@ private slots:
             r.client.setFrequency(RigVfo::A, 14076000);
         };
         r.link.post([](CatPort& port) { port.sleep(1000); });
-        // Only the last of VFO-A's three, in the first one's place.
-        QCOMPARE(r.writes(), (QStringList{"00 76 40 01 0A", "00 00 00 02 0C", "00 74 70 00 8A"}));
+        // The set before the mode stays before it; of the two after it only the last goes out.
+        QCOMPARE(r.writes(), (QStringList{"00 74 40 01 0A", "00 00 00 02 0C", "00 74 70 00 8A", "00 76 40 01 0A"}));
         QCOMPARE(r.backend.state().vfoAHz, 14076000);
     }
 
