@@ -59,6 +59,8 @@ NetworkControl::~NetworkControl()
 bool NetworkControl::listen(const QString& address, quint16 port, QString* error)
 {
     server_->stop();
+    constexpr int MsPerMinute = 60 * 1000;
+    server_->setIdleTimeoutMs(NetworkSettings::load(settings_).idleMinutes * MsPerMinute);
     const bool ok = server_->listen(address, port, error);
     showState();
     return ok;

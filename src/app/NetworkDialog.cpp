@@ -29,8 +29,15 @@ NetworkDialog::NetworkDialog(const NetworkSettings& current, QWidget* parent) : 
     port = new QSpinBox(this);
     port->setRange(1, 65535);
     port->setValue(current.port);
+    idleMinutes = new QSpinBox(this);
+    idleMinutes->setRange(0, NetworkSettings::MaxIdleMinutes);
+    idleMinutes->setSuffix(QStringLiteral(" min"));
+    idleMinutes->setSpecialValueText(QStringLiteral("Never"));
+    idleMinutes->setValue(current.idleMinutes);
+    idleMinutes->setToolTip(QStringLiteral("A program that sends nothing for this long is disconnected"));
     form->addRow(QStringLiteral("&Address:"), address);
     form->addRow(QStringLiteral("&Port:"), port);
+    form->addRow(QStringLiteral("&Idle clients closed after:"), idleMinutes);
     layout->addLayout(form);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -44,5 +51,6 @@ NetworkSettings NetworkDialog::result() const
     s.enabled = enabled->isChecked();
     s.address = address->text().trimmed().isEmpty() ? NetworkSettings::DefaultAddress : address->text().trimmed();
     s.port = static_cast<quint16>(port->value());
+    s.idleMinutes = idleMinutes->value();
     return s;
 }

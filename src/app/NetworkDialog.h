@@ -18,4 +18,5 @@ public:
     QCheckBox* enabled = nullptr;
     QLineEdit* address = nullptr;
     QSpinBox* port = nullptr;
+    QSpinBox* idleMinutes = nullptr;
 };

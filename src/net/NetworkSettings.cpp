@@ -22,6 +22,9 @@ NetworkSettings NetworkSettings::load(const SettingsStore& store)
     const QString address = store.value(Section, Address, DefaultAddress).trimmed();
     s.address = address.isEmpty() ? DefaultAddress : address;
     s.port = parsePort(store.value(Section, Port)).value_or(DefaultPort);
+    bool ok = false;
+    const int idle = store.value(Section, IdleMinutes).trimmed().toInt(&ok);
+    s.idleMinutes = ok && idle >= 0 && idle <= MaxIdleMinutes ? idle : DefaultIdleMinutes;
     return s;
 }
 
@@ -31,6 +34,7 @@ void NetworkSettings::save(SettingsStore& store) const
     store.setValue(Section, Enabled, enabled ? QStringLiteral("1") : QStringLiteral("0"));
     store.setValue(Section, Address, address);
     store.setValue(Section, Port, QString::number(port));
+    store.setValue(Section, IdleMinutes, QString::number(idleMinutes));
 }
 
 std::optional<NetworkSettings::Endpoint> NetworkSettings::parseEndpoint(const QString& text)

@@ -25,6 +25,14 @@ class RigctlServer : public QObject {
 public:
     static constexpr int MaxClients = 16;
     static constexpr int MaxLineBytes = LineAssembler::DefaultMaxLine;
+    // A client whose replies wait unsent past this many bytes is not read until they drain, and is
+    // closed if they stay there for StalledCloseMs.
+    static constexpr qint64 MaxUnsentBytes = 64 * 1024;
+    static constexpr int StalledCloseMs = 10 * 1000;
+    // Lines one client may have handled in one turn of the event loop: the rest waits its turn.
+    static constexpr int MaxLinesPerTurn = 32;
+    // What the socket may hold of a client's bytes not yet handled.
+    static constexpr qint64 ReadBufferBytes = 16 * 1024;
 
     explicit RigctlServer(Rig& backend, QObject* parent = nullptr);
     ~RigctlServer() override;
@@ -41,16 +49,36 @@ public:
     QHostAddress serverAddress() const;
     int clientCount() const { return static_cast<int>(clients_.size()); }
 
+    // A client that sends nothing for this long is closed; 0 never closes one. Applies to new
+    // clients and to the quiet time of those connected.
+    void setIdleTimeoutMs(int ms);
+    int idleTimeoutMs() const { return idleMs_; }
+    // Tests: a shorter wait before a client stuck above MaxUnsentBytes is closed.
+    void setStalledCloseMs(int ms) { stalledCloseMs_ = ms; }
+
+    // What the limits have held so far, for tests and benches: the most reply bytes any client
+    // had waiting unsent when the server stopped reading it, and the most lines handled for one
+    // client in one turn.
+    qint64 mostUnsentBytes() const { return mostUnsent_; }
+    int mostLinesInATurn() const { return mostLines_; }
+
 signals:
     void clientCountChanged(int count);
 
 private:
     struct Client;
     void acceptClients();
-    void readClient(QTcpSocket* socket);
+    void serveClient(QTcpSocket* socket);
+    void serveLater(QTcpSocket* socket, Client& client);
+    void repliesLeft(QTcpSocket* socket);
     void dropClient(QTcpSocket* socket);
+    void closeSoon(QTcpSocket* socket);
 
     Rig& backend_;
     QTcpServer* server_;
     std::map<QTcpSocket*, std::unique_ptr<Client>> clients_;
+    int idleMs_ = 0;
+    int stalledCloseMs_ = StalledCloseMs;
+    qint64 mostUnsent_ = 0;
+    int mostLines_ = 0;
 };

@@ -18,6 +18,7 @@
 namespace {
 constexpr mode_t TerminalMode = 0600;
 constexpr int ReadChunk = 512;
+constexpr int ChunksPerTurn = SharePty::MaxBytesPerTurn / ReadChunk;
 
 QString systemError(const char* what)
 {
@@ -139,7 +140,9 @@ void SharePty::close()
 void SharePty::readAvailable()
 {
     char buf[ReadChunk];
-    for (;;) {
+    // A bounded share of each turn of the event loop: a client that writes without pause would
+    // otherwise keep this loop going and freeze the window. What is left wakes the notifier again.
+    for (int chunk = 0; chunk < ChunksPerTurn; ++chunk) {
         const ssize_t got = ::read(master_, buf, sizeof buf);
         if (got > 0) {
             if (receiver_) {

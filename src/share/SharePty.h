@@ -23,6 +23,9 @@ class QSocketNotifier;
 
 class SharePty {
 public:
+    // What one turn of the event loop reads at most from the client: the rest waits for the next.
+    static constexpr int MaxBytesPerTurn = 4096;
+
     using Receiver = std::function<void(const QByteArray&)>;
 
     // name: the link's file name ("native", "text").

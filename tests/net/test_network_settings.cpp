@@ -52,6 +52,21 @@ private slots:
         QVERIFY(!s.enabled);
         QCOMPARE(s.address, QStringLiteral("127.0.0.1"));
         QCOMPARE(s.port, quint16(4532));
+        QCOMPARE(s.idleMinutes, 10);
+    }
+
+    void idleMinutesAreStoredAndZeroMeansNever()
+    {
+        MemorySettingsStore store;
+        NetworkSettings s;
+        s.idleMinutes = 0;
+        s.save(store);
+        QCOMPARE(store.values.value("Network/IdleMinutes"), QStringLiteral("0"));
+        QCOMPARE(NetworkSettings::load(store).idleMinutes, 0);
+        store.setValue("Network", "IdleMinutes", "-3");
+        QCOMPARE(NetworkSettings::load(store).idleMinutes, 10);
+        store.setValue("Network", "IdleMinutes", "soon");
+        QCOMPARE(NetworkSettings::load(store).idleMinutes, 10);
     }
 
     void savedSettingsAreReadBack()

@@ -11,8 +11,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+#include <thread>
+
 #include <sys/stat.h>
 #include <termios.h>
+#include <unistd.h>
 
 namespace {
 constexpr int ReopenCount = 100;
@@ -86,6 +90,40 @@ private slots:
         QVERIFY(client.isOpen());
         QVERIFY(client.write("ID;"));
         QCOMPARE(client.read(5), QByteArray("<ID;>"));
+    }
+
+    void aClientThatWritesWithoutPauseIsReadInBoundedSharesOfTheEventLoop()
+    {
+        SharePty pty(QStringLiteral("native"));
+        qint64 received = 0;
+        pty.setReceiver([&](const QByteArray& b) { received += b.size(); });
+        QVERIFY(pty.open());
+        PtyClient client(pty.linkPath());
+        constexpr int FloodBytes = 256 * 1024;
+        // The client's end does not block: it writes what the terminal takes, again and again.
+        std::thread writer([&] {
+            const QByteArray flood(FloodBytes, '\x10');
+            qsizetype done = 0;
+            QDeadlineTimer guard(PtyClient::WaitMs);
+            while (done < flood.size() && !guard.hasExpired()) {
+                const ssize_t n =
+                    ::write(client.fd(), flood.constData() + done, static_cast<size_t>(flood.size() - done));
+                if (n > 0)
+                    done += n;
+                else
+                    std::this_thread::yield();
+            }
+        });
+        qint64 mostInATurn = 0;
+        QDeadlineTimer deadline(PtyClient::WaitMs);
+        while (received < FloodBytes && !deadline.hasExpired()) {
+            const qint64 before = received;
+            QCoreApplication::processEvents();
+            mostInATurn = std::max(mostInATurn, received - before);
+        }
+        writer.join();
+        QCOMPARE(received, qint64(FloodBytes));
+        QVERIFY2(mostInATurn <= SharePty::MaxBytesPerTurn, qPrintable(QString::number(mostInATurn)));
     }
 
     void theTerminalIsRawAndDoesNotEcho()
