@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // bench_fastlink: the exact and the fast link side by side, against the virtual radio on a
-// pseudo-terminal with the real serial adapter and clock, with replies starting at once and 30 ms late.
+// pseudo-terminal with the real serial adapter and clock, with replies starting at once and 30 ms late,
+// straight from the line and through an adapter that hands the bytes over in 16 ms bursts.
 // Prints per mode: one full poll (status, meters, flags: median, p99), polls per second on the 250 ms
 // timer, the full memory read-out, and how long a network client's F takes while the poll runs; each
 // beside the time its bytes need on a 4800 baud 8N2 line.
@@ -17,6 +18,7 @@
 #include <algorithm>
 #include <atomic>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -28,6 +30,7 @@ constexpr int RateWindowMs = 6000;
 constexpr int Sets = 50;
 constexpr int MaxSetPauseMs = 600;  // sets come at random moments of the poll cycle
 constexpr int GuardMs = 5000;
+constexpr int UsbBurstMs = 16;  // the most common adapter chips' default
 constexpr int CommandBytes = 5;
 constexpr int PollCommands = 7;  // two status requests, four meters, flags
 constexpr int PollReplyBytes = ReplySize::VfoRecord + ReplySize::BothVfos + 4 * ReplySize::Meter + ReplySize::Flags;
@@ -66,11 +69,12 @@ void setsFromAClient(SimRig& rig, std::vector<double>& replyMs, std::vector<doub
     });
 }
 
-Figures measure(bool fast, int replyDelayMs, QTextStream& err)
+Figures measure(bool fast, int replyDelayMs, int burstMs, QTextStream& err)
 {
     Figures f;
     SimRig rig;
     rig.sim.setReplyDelayMs(replyDelayMs);
+    rig.sim.setBurstMs(burstMs);
     QString error;
     if (!rig.start(&error)) {
         err << "bench_fastlink: " << error << Qt::endl;
@@ -150,8 +154,14 @@ int main(int argc, char* argv[])
                .arg(CommandBytes + ReplySize::AllMemories)
                .arg(readOutLimit, 0, 'f', 1)
         << Qt::endl;
-    for (const int delay : {0, 30}) {
-        out << Qt::endl << QStringLiteral("reply delay %1 ms").arg(delay) << Qt::endl;
+    // Straight from the line, and through a USB adapter that hands the bytes over every 16 ms.
+    const std::pair<int, int> cases[] = {{0, 0}, {30, 0}, {0, UsbBurstMs}, {30, UsbBurstMs}};
+    for (const auto& [delay, burst] : cases) {
+        out << Qt::endl
+            << QStringLiteral("reply delay %1 ms%2")
+                   .arg(delay)
+                   .arg(burst > 0 ? QStringLiteral(", bytes handed over in %1 ms bursts").arg(burst) : QString())
+            << Qt::endl;
         out << QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8")
                    .arg(QStringLiteral("mode"), -6)
                    .arg(QStringLiteral("poll median (x limit)"), 24)
@@ -163,7 +173,7 @@ int main(int argc, char* argv[])
                    .arg(QStringLiteral("F held, no poll"), 16)
             << Qt::endl;
         for (const bool fast : {false, true}) {
-            const Figures f = measure(fast, delay, err);
+            const Figures f = measure(fast, delay, burst, err);
             out << QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8")
                        .arg(fast ? QStringLiteral("fast") : QStringLiteral("exact"), -6)
                        .arg(QStringLiteral("%1 ms (%2)")

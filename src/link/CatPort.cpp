@@ -89,13 +89,16 @@ QByteArray CatPort::awaitReply(const CatCommand& sent, int waitMs, int* waitingC
     QByteArray reply = read();
     overran_ = reply.size() < expected;
     missing_ = reply.isEmpty() ? 0 : std::max(0, expected - static_cast<int>(reply.size()));
+    const int came = static_cast<int>(reply.size());
     // The first expected bytes complete the request; more than that is a doubled or noisy reply.
     if (reply.size() > expected) {
         qCDebug(lcTraffic) << "drop" << reply.mid(expected).toHex(' ');
         reply.truncate(expected);
     }
+    // The count is of every byte that came, as in the exact mode: a flags reply longer than its
+    // length is not decoded.
     if (waitingCount)
-        *waitingCount = static_cast<int>(reply.size());
+        *waitingCount = came;
     return reply;
 }
 
@@ -103,9 +106,14 @@ void CatPort::waitForBytes(int count, int ceilingMs)
 {
     const qint64 deadline = clock_.nowMs() + ceilingMs;
     const auto left = [&] { return deadline - clock_.nowMs(); };
+    // The pauses between arrivals inside the reply teach the quiet time (see QuietTime).
+    int seen = port_.bytesWaiting();
+    qint64 lastArrival = clock_.nowMs();
     while (!stopping() && port_.bytesWaiting() < count) {
-        if (left() <= 0)
+        if (left() <= 0) {
+            quiet_.endReply();
             return;
+        }
         const int slice = static_cast<int>(std::min<qint64>(left(), FastLink::WaitSliceMs));
         const qint64 before = clock_.nowMs();
         if (!port_.waitForReadyRead(slice) && clock_.nowMs() - before < slice / 2) {
@@ -114,8 +122,16 @@ void CatPort::waitForBytes(int count, int ceilingMs)
             sleep(static_cast<int>(std::max<qint64>(0, left())));
             return;
         }
+        const int now = port_.bytesWaiting();
+        if (now > seen) {
+            if (seen > 0)
+                quiet_.observeGap(static_cast<int>(clock_.nowMs() - lastArrival));
+            lastArrival = clock_.nowMs();
+            seen = now;
+        }
     }
-    // Complete: read on while more bytes follow at once (a reply sent twice), within the ceiling.
+    quiet_.endReply();
+    // Complete: read on while more bytes follow soon (a reply sent twice), within the ceiling.
     waitForQuiet(static_cast<int>(std::max<qint64>(0, left())));
 }
 
@@ -124,7 +140,7 @@ void CatPort::waitForQuiet(int limitMs)
     const qint64 deadline = clock_.nowMs() + limitMs;
     while (!stopping()) {
         const qint64 left = deadline - clock_.nowMs();
-        if (left <= 0 || !port_.waitForReadyRead(static_cast<int>(std::min<qint64>(left, FastLink::QuietMs))))
+        if (left <= 0 || !port_.waitForReadyRead(static_cast<int>(std::min<qint64>(left, quiet_.quietMs()))))
             return;
     }
 }

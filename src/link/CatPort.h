@@ -6,6 +6,7 @@
 // the fixed wait as the ceiling.
 
 #include "CatCommand.h"
+#include "QuietTime.h"
 
 #include <QByteArray>
 #include <atomic>
@@ -36,6 +37,8 @@ public:
     // Set from any thread; it applies from the next request on.
     void setFastLink(bool on) { fast_ = on; }
     bool fastLink() const { return fast_.load(); }
+    // The fast link's quiet time now, as learnt from the replies (see QuietTime).
+    int quietMs() const { return quiet_.quietMs(); }
 
     // Long jobs look at this between steps and stop when it is set: their own flag, or the link
     // shutting down.
@@ -62,4 +65,5 @@ private:
     std::atomic<bool> fast_{false};
     bool overran_ = false;  // the last fast request ended at its ceiling with its reply incomplete
     int missing_ = 0;       // of a reply that had begun to come when the wait ended: the bytes still due
+    QuietTime quiet_;
 };

@@ -32,10 +32,6 @@ namespace FastLink {
 // A fast wait blocks on the port in slices no longer than this, so that closing the program never
 // waits out a whole read-out.
 constexpr int WaitSliceMs = 100;
-// Once a reply has its length, the wait goes on until the line has been quiet this long (more than a
-// byte's time at 4800 baud), so that a reply sent twice is read off with it instead of being taken
-// for the next request's reply.
-constexpr int QuietMs = 3;
 }  // namespace FastLink
 
 // The number of bytes the radio answers a command with; 0 for commands without a reply, or whose

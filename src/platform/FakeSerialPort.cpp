@@ -44,17 +44,20 @@ void FakeSerialPort::write(const QByteArray& bytes)
     } else if (responder) {
         reply = responder(bytes);
     }
-    if (replyDelayMs == 0 && msPerByte == 0) {
+    if (replyDelayMs == 0 && msPerByte == 0 && burstMs == 0) {
         inbox_ += reply;
         return;
     }
     const qint64 now = clock_ ? clock_->nowMs() : 0;
     // A reply starts after the previous one has left the line.
-    qint64 t = std::max(now + replyDelayMs, onTheLine_.empty() ? qint64(0) : onTheLine_.back().first);
+    qint64 t = std::max(now + replyDelayMs, lineFree_);
     for (const char b : reply) {
         t += msPerByte;
-        onTheLine_.emplace_back(t, b);
+        const qint64 handed = burstMs > 0 ? (t + burstMs - 1) / burstMs * burstMs : t;
+        onTheLine_.emplace_back(handed, b);
     }
+    if (!reply.isEmpty())
+        lineFree_ = t;
 }
 
 void FakeSerialPort::arrive()

@@ -44,6 +44,9 @@ public:
     // takes msPerByte, so a test sees a reply arrive over time and a wait that ends when it is complete.
     int replyDelayMs = 0;
     int msPerByte = 0;
+    // A USB adapter's bursts: with burstMs set, a byte off the line is handed over at the next
+    // multiple of burstMs on the clock.
+    int burstMs = 0;
 
     // Failure switches.
     QString openError;           // non-empty: open() fails with it
@@ -68,5 +71,6 @@ private:
     void arrive();  // moves the bytes whose time has come into the inbox
     QByteArray inbox_;
     std::deque<std::pair<qint64, char>> onTheLine_;  // bytes still travelling: arrival time, byte
+    qint64 lineFree_ = 0;                            // when the line has sent the last reply byte
     std::deque<QByteArray> script_;
 };

@@ -271,11 +271,22 @@ void SimHost::serve()
     bool replugDue = false;
     SteadyClock::time_point replugAt{};
 
+    // An adapter's bursts: a byte off the line is handed over at the next tick of its timer.
+    const SteadyClock::time_point burstEpoch = SteadyClock::now();
+    const auto handedOver = [&](SteadyClock::time_point t) {
+        const int burst = burstMs_.load();
+        if (burst <= 0)
+            return t;
+        const auto period = duration_cast<SteadyClock::duration>(milliseconds(burst));
+        const auto ticks = (t - burstEpoch + period - SteadyClock::duration(1)) / period;
+        return burstEpoch + ticks * period;
+    };
+
     const auto queue = [&](const QByteArray& bytes, SteadyClock::time_point earliest) {
         SteadyClock::time_point t = std::max(earliest, outFree);
         for (const char b : bytes) {
             t += byteTime;
-            out.emplace_back(t, b);
+            out.emplace_back(handedOver(t), b);
         }
         if (!bytes.isEmpty())
             outFree = t;

@@ -63,6 +63,12 @@ public:
     void setReplyDelayMs(int ms) { replyDelayMs_ = ms; }
     int replyDelayMs() const { return replyDelayMs_.load(); }
 
+    // A USB serial adapter between the radio and the program: the reply bytes are held and handed
+    // over together every ms milliseconds (16 on the most common chips), not at line pace. 0, the
+    // default, hands each byte over as the line delivers it.
+    void setBurstMs(int ms) { burstMs_ = ms; }
+    int burstMs() const { return burstMs_.load(); }
+
     // Turns VFO-A's knob from now on (see Knob): the radio's frequency moves as the time goes,
     // whether or not anyone reads it.
     void turnKnob(const Knob::Turn& turn);
@@ -98,6 +104,7 @@ private:
     std::atomic<bool> plugged_{false};
     std::atomic<int> closures_{0};
     std::atomic<int> replyDelayMs_{0};
+    std::atomic<int> burstMs_{0};
     // An unplug or replug asked of the serving thread: done when served_ reaches asked_.
     std::mutex requestSerial_;  // one unplug or replug at a time
     std::mutex requestMutex_;

@@ -15,6 +15,7 @@ namespace {
 constexpr double DefaultFaultRate = 0.1;
 // Longer than any wait the program gives a reply: a radio this slow is a silent one.
 constexpr int MaxReplyDelayMs = 10000;
+constexpr int MaxBurstMs = 1000;
 }  // namespace
 
 int main(int argc, char* argv[])
@@ -60,6 +61,11 @@ int main(int argc, char* argv[])
         QStringLiteral("Turn VFO-A's knob at HZ_PER_S in 10 Hz steps, for SECONDS (for ever without), then rest."),
         QStringLiteral("HZ_PER_S[,SECONDS]"));
     parser.addOption(knobOption);
+    const QCommandLineOption burstOption(
+        QStringLiteral("burst-ms"),
+        QStringLiteral("Hand the reply bytes over in bursts every N ms, as a USB serial adapter does; default 0."),
+        QStringLiteral("N"), QStringLiteral("0"));
+    parser.addOption(burstOption);
     parser.process(app);
 
     QTextStream err(stderr);
@@ -101,6 +107,13 @@ int main(int argc, char* argv[])
         return 2;
     }
 
+    bool burstOk = false;
+    const int burst = parser.value(burstOption).toInt(&burstOk);
+    if (!burstOk || burst < 0 || burst > MaxBurstMs) {
+        err << "ft1000-sim: the burst time must be a whole number of milliseconds from 0 to " << MaxBurstMs << '\n';
+        return 2;
+    }
+
     std::optional<Knob::Turn> knob;
     if (parser.isSet(knobOption)) {
         QString error;
@@ -121,6 +134,7 @@ int main(int argc, char* argv[])
 
     SimHost host(model);
     host.setReplyDelayMs(replyDelay);
+    host.setBurstMs(burst);
     if (parser.isSet(linkOption))
         host.setLinkPath(parser.value(linkOption));
     if (!faults.isEmpty()) {

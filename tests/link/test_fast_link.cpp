@@ -81,24 +81,24 @@ private slots:
         QFETCH(int, replyDelay);
         FastLine line(replyDelay);
         line.serial.queueReply(counting(replyBytes, 1));
-        const QByteArray r = line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo),
-                                               Wait::StatusCurrentVfo);
+        const QByteArray r =
+            line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo), Wait::StatusCurrentVfo);
         QCOMPARE(line.clock.nowMs(), 100);
         // What arrived within the wait, as the exact mode reads it after its sleep.
         FakeLine exact;
         exact.serial.replyDelayMs = replyDelay;
         exact.serial.msPerByte = 2;
         exact.serial.queueReply(counting(replyBytes, 1));
-        QCOMPARE(r, exact.port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo),
-                                       Wait::StatusCurrentVfo));
+        QCOMPARE(
+            r, exact.port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo), Wait::StatusCurrentVfo));
     }
 
     void lateButCompleteReplyEndsTheWaitWhenItIsThere()
     {
         FastLine line(30);
         line.serial.queueReply(counting(16, 1));
-        const QByteArray r = line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo),
-                                               Wait::StatusCurrentVfo);
+        const QByteArray r =
+            line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo), Wait::StatusCurrentVfo);
         QCOMPARE(r, counting(16, 1));
         QCOMPARE(line.clock.nowMs(), 30 + 2 * 16 + 3);
     }
@@ -127,21 +127,45 @@ private slots:
         QCOMPARE(line.serial.writes[1].atMs, 2 * 32 + 3);
     }
 
-    void doubledFlagsReplyIsDecodedFromItsFirstSixBytes()
+    void doubledFlagsReplyIsNotDecoded_asInTheExactMode()
     {
         const QByteArray flags = bytes({0x01, 0x00, 0x00, 0x00, 0x00, 0x00});
         FastLine fast;
         fast.serial.queueReply(flags + flags);
         const FlagsReply f = GetFlags(fast.port, 1);
-        QCOMPARE(f.waiting, 6);
+        QCOMPARE(f.waiting, 12);
         QCOMPARE(f.bytes, flags);
-        QVERIFY(decodeFlags(1, f.waiting, f.bytes).decoded);
+        QVERIFY(!decodeFlags(1, f.waiting, f.bytes).decoded);
         // The exact mode counts the twelve bytes and leaves the flags as they were.
         FakeLine exact;
         exact.serial.queueReply(flags + flags);
         const FlagsReply e = GetFlags(exact.port, 1);
         QCOMPARE(e.waiting, 12);
         QVERIFY(!decodeFlags(1, e.waiting, e.bytes).decoded);
+    }
+
+    void throughAnAdapterThatHandsOverInBursts_aDoubledReplysTailIsNotTakenForTheNext()
+    {
+        FastLine line;
+        line.serial.burstMs = 16;
+        // Replies that span several bursts teach the link how far apart the bursts are.
+        for (int i = 0; i < 2; ++i) {
+            line.serial.queueReply(counting(16, 1));
+            QCOMPARE(line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo),
+                                       Wait::StatusCurrentVfo, true),
+                     counting(16, 1));
+        }
+        QVERIFY(line.port.quietMs() > 16);
+        // A meter reply sent twice: the copy's tail comes a whole burst after the first copy.
+        line.serial.queueReply(counting(5, 1) + counting(5, 1));
+        const QByteArray meter =
+            line.port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, MeterSelector::MainS), Wait::Meter, true);
+        QCOMPARE(meter, counting(5, 1));
+        const QByteArray flags = bytes({0x01, 0x00, 0x00, 0x00, 0x00, 0x00});
+        line.serial.queueReply(flags);
+        const FlagsReply f = GetFlags(line.port, 1);
+        QCOMPARE(f.bytes, flags);
+        QCOMPARE(f.waiting, 6);
     }
 
     void tailOfAReplyThatOverranItsWaitIsDroppedBeforeTheNextRequest()
@@ -172,13 +196,13 @@ private slots:
         FastLine line;
         line.serial.queueReply(counting(16, 1));
         line.serial.queueReply(bytes({4}));
-        QCOMPARE(line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::OneChannel, 0, 0, 5),
-                                   Wait::OneChannel),
-                 counting(16, 1));
+        QCOMPARE(
+            line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::OneChannel, 0, 0, 5), Wait::OneChannel),
+            counting(16, 1));
         QCOMPARE(line.clock.nowMs(), 35);
-        QCOMPARE(line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentChannel),
-                                   Wait::ChannelQueryLong),
-                 bytes({4}));
+        QCOMPARE(
+            line.port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentChannel), Wait::ChannelQueryLong),
+            bytes({4}));
         QCOMPARE(line.clock.nowMs(), 40);
     }
 

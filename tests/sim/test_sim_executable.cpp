@@ -87,6 +87,35 @@ private slots:
         QVERIFY(sim.waitForFinished(5000));
     }
 
+    void throughAnAdaptersBursts_theRadioStillAnswersWhole()
+    {
+        QProcess sim;
+        sim.start(QStringLiteral(SIM_EXECUTABLE), {QStringLiteral("--burst-ms"), QStringLiteral("16")});
+        QVERIFY(sim.waitForStarted());
+        const QString path = readPath(sim);
+        QtSerialPort serial;
+        serial.setDevice(path);
+        QString error;
+        QVERIFY2(serial.open(&error), qPrintable(error));
+        RealClock clock;
+        CatPort port(serial, clock);
+        port.setFastLink(true);
+        StatusRecord store;
+        QCOMPARE(decodeStatus(store, Get_Status32(port).record).a.kHz, 14074.0);
+        serial.close();
+        sim.terminate();
+        QVERIFY(sim.waitForFinished(5000));
+    }
+
+    void aBadBurstTimeIsRefused()
+    {
+        QProcess sim;
+        sim.start(QStringLiteral(SIM_EXECUTABLE), {QStringLiteral("--burst-ms"), QStringLiteral("-1")});
+        QVERIFY(sim.waitForFinished(5000));
+        QCOMPARE(sim.exitCode(), 2);
+        QVERIFY(sim.readAllStandardError().contains("burst time"));
+    }
+
     void unknownModel_isRefused()
     {
         QProcess sim;

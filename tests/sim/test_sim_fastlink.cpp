@@ -65,14 +65,19 @@ private slots:
     void fastPollDecodesWhatTheExactPollDecodes_data()
     {
         QTest::addColumn<int>("replyDelay");
-        QTest::newRow("replies at once") << 0;
-        QTest::newRow("replies 30 ms late") << 30;
+        QTest::addColumn<int>("burstMs");
+        QTest::newRow("replies at once") << 0 << 0;
+        QTest::newRow("replies 30 ms late") << 30 << 0;
+        QTest::newRow("replies through an adapter's 16 ms bursts") << 0 << 16;
+        QTest::newRow("replies 30 ms late through an adapter's 16 ms bursts") << 30 << 16;
     }
     void fastPollDecodesWhatTheExactPollDecodes()
     {
         QFETCH(int, replyDelay);
+        QFETCH(int, burstMs);
         SimHost host(VirtualRadio::Model::MP);
         host.setReplyDelayMs(replyDelay);
+        host.setBurstMs(burstMs);
         QString error;
         QVERIFY2(host.start(&error), qPrintable(error));
         VfoState a;
