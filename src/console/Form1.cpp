@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Form1.h"
-
 #include "BandScope.h"
+#include "Clock.h"
 #include "ConfigScrn.h"
 #include "PanelLook.h"
 #include "PollCache.h"
@@ -191,10 +191,12 @@ void Form1::Get_Status32(int stat)
     };
     if (stat == 0)
         link_.postTick(JobKind::Poll, [job, back](CatPort& port) {
+            // The meters' age runs from when the poll began, not from when the window heard of it.
+            const qint64 startedMs = port.clock().nowMs();
             const bool statusCame = job(port);
-            back([statusCame](Form1& f) {
+            back([statusCame, startedMs](Form1& f) {
                 emit f.pollFinished();
-                f.followAfterPoll(statusCame);
+                f.followAfterPoll(statusCame, startedMs);
             });
         });
     else

@@ -196,7 +196,7 @@ private:
     void syncFollower();
     void restFollowing();
     bool followingOn();  // following, and its chain not held up
-    void followAfterPoll(bool statusCame);
+    void followAfterPoll(bool statusCame, qint64 pollStartedMs);
     void followFullPoll();
     void showReading(const VfoReading& reading, bool vfoB);
 

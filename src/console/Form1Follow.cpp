@@ -120,7 +120,7 @@ bool Form1::followingOn()
     return false;
 }
 
-void Form1::followAfterPoll(bool statusCame)
+void Form1::followAfterPoll(bool statusCame, qint64 pollStartedMs)
 {
     syncFollower();
     std::optional<qint64> a, b;
@@ -131,9 +131,8 @@ void Form1::followAfterPoll(bool statusCame)
     KnobFollower::Next next;
     {
         std::lock_guard lock(follow_->mutex);
-        const qint64 now = link_.clock().nowMs();
-        next = follow_->follower.afterPoll(a, b, now);
-        follow_->postedMs = now;
+        next = follow_->follower.afterPoll(a, b, pollStartedMs);
+        follow_->postedMs = link_.clock().nowMs();
     }
     // A poll switched off (a sweep, an upload, the port dialog) ends following with it.
     if (!pollEnabled() || !portOpen()) {

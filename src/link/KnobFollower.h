@@ -16,9 +16,10 @@ class KnobFollower {
 public:
     static constexpr int RestingReadings = 3;        // agreeing readings in a row: the knob rests
     static constexpr qint64 FullPollEveryMs = 1000;  // the longest the meters and flags may wait
-    // A full poll is asked for this long before that: the reading still on the line and the poll's
-    // own 109 bytes with their waits (about 300 ms at 4800 baud) must fit in the second too.
-    static constexpr qint64 FullPollLeadMs = 400;
+    // Counted from when the last full poll began, the next is asked for this long before the second
+    // is up: the reading still on the line (about 50 ms at 4800 baud) and the way to the window and
+    // back must fit in it.
+    static constexpr qint64 FullPollLeadMs = 150;
 
     enum class Vfo { A = 0, B = 1 };
     enum class Next {
@@ -35,7 +36,7 @@ public:
     // Stop following now (the poll stopped, the port closed); the VFOs' places are kept.
     void rest() { stop(); }
 
-    // A whole poll's frequencies (nothing for a poll that brought no status).
+    // A whole poll's frequencies (nothing for a poll that brought no status), nowMs when it began.
     Next afterPoll(std::optional<qint64> aSteps, std::optional<qint64> bSteps, qint64 nowMs);
     // One VFO's reading; nothing for a reading that failed (short, empty, late): following stops,
     // and the timed poll, which copes with a misbehaving radio, takes over.
