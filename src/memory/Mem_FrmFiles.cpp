@@ -5,6 +5,7 @@
 #include "ConsoleHost.h"
 #include "MemFile.h"
 #include "MemoryDialogs.h"
+#include "MemoryEditor.h"
 #include "MemoryGridModel.h"
 #include "MemoryLog.h"
 #include "MemoryPanel.h"
@@ -74,6 +75,7 @@ void Mem_Frm::showRecords(const QList<MemRecord>& records)
     for (const MemRecord& r : records)
         rows.append(rowFromRecord(r));
     model_->setRows(rows);
+    editor_->takeAsBaseline();
     if (gridRow_ >= 1)
         selectGridRow(gridRow_);
     setHeightTwips(ExpandedTwips);
@@ -91,6 +93,7 @@ bool Mem_Frm::SaveMemFile(Report report)
                             QStringLiteral("Could not save the memory file \"%1\".\n%2").arg(currentFile_, error));
         return false;
     }
+    editor_->markSaved();
     return true;
 }
 
