@@ -24,8 +24,9 @@
 namespace {
 using namespace MemoryWindow;
 
-const QString UnsavedText = QStringLiteral("The memory table has changes that are not saved in \"%1\".\n\n"
-                                           "Save them before the window closes?");
+const QString UnsavedText = QStringLiteral(
+    "The memory table has changes that are not saved in \"%1\".\n\n"
+    "Save them before the window closes?");
 const QString ReasonColour = QStringLiteral("color: #e07050;");
 
 struct EditItem {
@@ -55,7 +56,8 @@ void Mem_Frm::buildEditing()
     menuBar->addMenu(mnu_edit);
     const QList<EditItem> items{
         {"Undo", "&Undo", QKeySequence::keyBindings(QKeySequence::Undo)},
-        {"Redo", "&Redo", QKeySequence::keyBindings(QKeySequence::Redo) + QList<QKeySequence>{QKeySequence(Qt::CTRL | Qt::Key_Y)}},
+        {"Redo", "&Redo",
+         QKeySequence::keyBindings(QKeySequence::Redo) + QList<QKeySequence>{QKeySequence(Qt::CTRL | Qt::Key_Y)}},
         {nullptr, nullptr, {}},
         {"Cut", "Cu&t", QKeySequence::keyBindings(QKeySequence::Cut)},
         {"Copy", "&Copy", QKeySequence::keyBindings(QKeySequence::Copy)},
@@ -134,8 +136,10 @@ void Mem_Frm::updateEditState()
     if (undo && redo) {
         undo->setEnabled(canEdit && editor_->canUndo());
         redo->setEnabled(canEdit && editor_->canRedo());
-        undo->setText(editor_->canUndo() ? QStringLiteral("&Undo %1").arg(editor_->undoText()) : QStringLiteral("&Undo"));
-        redo->setText(editor_->canRedo() ? QStringLiteral("&Redo %1").arg(editor_->redoText()) : QStringLiteral("&Redo"));
+        undo->setText(editor_->canUndo() ? QStringLiteral("&Undo %1").arg(editor_->undoText())
+                                         : QStringLiteral("&Undo"));
+        redo->setText(editor_->canRedo() ? QStringLiteral("&Redo %1").arg(editor_->redoText())
+                                         : QStringLiteral("&Redo"));
     }
     if (WriteChanged)
         WriteChanged->setEnabled(canEdit && !editor_->unwrittenChannels(Channels::First, Channels::Uploaded).isEmpty());
@@ -162,9 +166,8 @@ void Mem_Frm::cellEntered(int channel, int column, const QString& text)
     if (editor_->setCell(channel, column, text, &reason))
         showEditReason({});
     else
-        showEditReason(QStringLiteral("Channel %1, %2: %3.")
-                           .arg(channel)
-                           .arg(MemoryTableModel::headers().value(column), reason));
+        showEditReason(
+            QStringLiteral("Channel %1, %2: %3.").arg(channel).arg(MemoryTableModel::headers().value(column), reason));
 }
 
 void Mem_Frm::editCopy()

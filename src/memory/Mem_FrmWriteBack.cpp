@@ -43,8 +43,9 @@ QString channelList(const QList<int>& channels)
 
 QString askText(const QList<int>& channels)
 {
-    return QStringLiteral("You are about to write %1 changed channel%2 into the radio: %3.\n\n"
-                          "What the radio holds in %4 now is read and saved as a backup first.")
+    return QStringLiteral(
+               "You are about to write %1 changed channel%2 into the radio: %3.\n\n"
+               "What the radio holds in %4 now is read and saved as a backup first.")
         .arg(channels.size())
         .arg(channels.size() == 1 ? QString() : QStringLiteral("s"))
         .arg(channelList(channels))
@@ -89,7 +90,7 @@ void Mem_Frm::WriteChangedClick()
     }
     const QList<int> channels = editor_->unwrittenChannels(Channels::First, Channels::Uploaded);
     if (channels.isEmpty()) {
-        dialogs_->inform(dialogParent(), WriteChangedTitle,
+        dialogs_->inform(dialogParent(), WriteChangedCaption,
                          QStringLiteral("No channel among 1 to 108 differs from what the radio holds."));
         return;
     }
@@ -102,7 +103,8 @@ void Mem_Frm::WriteChangedClick()
                             QStringLiteral("Channel %1 has no frequency: nothing was written.").arg(c));
             return;
         }
-        wanted.append({c, std::llround(*kHz * TenHzPerKHz), static_cast<int>(cellNumber(row.cells[MemoryColumn::Mde]).value_or(0)),
+        wanted.append({c, std::llround(*kHz * TenHzPerKHz),
+                       static_cast<int>(cellNumber(row.cells[MemoryColumn::Mde]).value_or(0)),
                        row.colour == MemoryColour::Masked});
     }
     if (!dialogs_->confirm(dialogParent(), WriteChangedTitle, askText(channels)))
@@ -187,33 +189,35 @@ void Mem_Frm::finishWriteBack(const std::shared_ptr<WriteRun>& run)
     if (!r.ran) {
         dialogs_->error(dialogParent(), ErrorTitle, PortClosedText);
     } else if (!r.backupError.isEmpty()) {
-        dialogs_->error(dialogParent(), WriteChangedTitle,
-                        QStringLiteral("Nothing was written: the backup of the channels failed.\n%1").arg(r.backupError));
+        dialogs_->error(
+            dialogParent(), WriteChangedCaption,
+            QStringLiteral("Nothing was written: the backup of the channels failed.\n%1").arg(r.backupError));
     } else if (r.portLost) {
-        dialogs_->error(dialogParent(), WriteChangedTitle,
+        dialogs_->error(dialogParent(), WriteChangedCaption,
                         QStringLiteral("The radio's port failed during the write, which stopped there. Written and "
                                        "checked: %1. The other changed channels stay marked.")
                             .arg(confirmed.isEmpty() ? QStringLiteral("none") : channelList(confirmed)));
     } else {
         if (!r.differing.isEmpty())
-            dialogs_->error(dialogParent(), WriteChangedTitle,
-                            QStringLiteral("The radio reads back otherwise than written in %1: %2. %3 stay%4 marked; "
-                                           "the backup is \"%5\".")
-                                .arg(r.differing.size() == 1 ? QStringLiteral("this channel")
-                                                             : QStringLiteral("these channels"))
-                                .arg(channelList(r.differing))
-                                .arg(r.differing.size() == 1 ? QStringLiteral("It") : QStringLiteral("They"))
-                                .arg(r.differing.size() == 1 ? QStringLiteral("s") : QString())
-                                .arg(lastBackup_));
+            dialogs_->error(
+                dialogParent(), WriteChangedCaption,
+                QStringLiteral("The radio reads back otherwise than written in %1: %2. %3 stay%4 marked; "
+                               "the backup is \"%5\".")
+                    .arg(r.differing.size() == 1 ? QStringLiteral("this channel") : QStringLiteral("these channels"))
+                    .arg(channelList(r.differing))
+                    .arg(r.differing.size() == 1 ? QStringLiteral("It") : QStringLiteral("They"))
+                    .arg(r.differing.size() == 1 ? QStringLiteral("s") : QString())
+                    .arg(lastBackup_));
         if (r.cancelled && stopConfirmed_)
-            dialogs_->inform(dialogParent(), UploadStoppedTitle,
-                             r.written.isEmpty()
-                                 ? QStringLiteral("The write stopped before a channel was written; the radio's memory is "
-                                                  "as it was.")
-                                 : QStringLiteral("The write stopped after channel %1: written %2. The channels not "
-                                                  "written stay marked.")
-                                       .arg(r.written.last())
-                                       .arg(channelList(r.written)));
+            dialogs_->inform(
+                dialogParent(), UploadStoppedTitle,
+                r.written.isEmpty()
+                    ? QStringLiteral("The write stopped before a channel was written; the radio's memory is "
+                                     "as it was.")
+                    : QStringLiteral("The write stopped after channel %1: written %2. The channels not "
+                                     "written stay marked.")
+                          .arg(r.written.last())
+                          .arg(channelList(r.written)));
     }
     stopConfirmed_ = false;
     updateEditState();
