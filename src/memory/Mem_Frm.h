@@ -190,7 +190,9 @@ private:
     void updateEditState();  // title, marks, menu items after any change
     void showEditReason(const QString& reason);
     void cellEntered(int channel, int column, const QString& text);
-    bool confirmUnsaved();  // Save / Discard / Cancel; true when the window may go
+    bool confirmUnsaved();   // Save / Discard / Cancel; true when the window may go
+    bool mayReplaceTable();  // the same before a read-out, a load or an import replaces the table
+    bool askSaveChanges(const QString& question);
     void restoreBackupClick();
     struct WriteRun;
     bool writeRunFinished() const;  // true when no write runs or the link has ended it

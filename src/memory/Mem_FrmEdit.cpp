@@ -27,6 +27,9 @@ using namespace MemoryWindow;
 const QString UnsavedText = QStringLiteral(
     "The memory table has changes that are not saved in \"%1\".\n\n"
     "Save them before the window closes?");
+const QString ReplaceText = QStringLiteral(
+    "The memory table has changes that are not saved in \"%1\".\n\n"
+    "Save them before the table is replaced?");
 const QString ReasonColour = QStringLiteral("color: #e07050;");
 
 struct EditItem {
@@ -124,7 +127,7 @@ void Mem_Frm::updateEditState()
 {
     if (!editor_)
         return;
-    const bool canEdit = expanded() && !uploading_ && !writing_;
+    const bool canEdit = expanded() && !uploading_ && !writing_ && !readingAll_;
     auto* grid = static_cast<MemoryGridModel*>(model_);
     grid->setEditable(canEdit);
     grid->refreshMarks();
@@ -248,9 +251,19 @@ void Mem_Frm::editToggleMask()
 
 bool Mem_Frm::confirmUnsaved()
 {
+    return askSaveChanges(UnsavedText);
+}
+
+bool Mem_Frm::mayReplaceTable()
+{
+    return askSaveChanges(ReplaceText);
+}
+
+bool Mem_Frm::askSaveChanges(const QString& question)
+{
     if (!editor_->hasUnsavedChanges())
         return true;
-    switch (dialogs_->saveChanges(dialogParent(), Caption, UnsavedText.arg(currentFile_))) {
+    switch (dialogs_->saveChanges(dialogParent(), Caption, question.arg(currentFile_))) {
         case MemoryDialogs::SaveChoice::Save:
             return SaveMemFile(Report::Message);
         case MemoryDialogs::SaveChoice::Discard:

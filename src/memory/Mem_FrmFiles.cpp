@@ -35,6 +35,8 @@ void Mem_Frm::enableSaveMenu()
 
 void Mem_Frm::Diag(int index)
 {
+    if (index == 0 && !mayReplaceTable())
+        return;
     FileDialogRequest request;
     request.filters = dialogFilters(FileFilter);
     request.selectedFilter = request.filters.value(1);
@@ -100,6 +102,8 @@ bool Mem_Frm::SaveMemFile(Report report)
 void Mem_Frm::Btn_Diag_MouseDown(int index, Qt::MouseButton button)
 {
     if (index == 0) {
+        if (button == Qt::LeftButton && !mayReplaceTable())
+            return;
         if (button == Qt::LeftButton)
             LoadMemFile(Report::Message);
         else

@@ -125,6 +125,7 @@ void Mem_Frm::ReadMemory(int mode)
     }
     // The radio takes five seconds to send all channels: the bar shows the wait.
     readingAll_ = true;
+    updateEditState();  // no edits while the table is about to be replaced
     Bouton[MemoryKey::GetMem]->setEnabled(false);
     if (!uploading_) {
         Progress->setValue(0);
@@ -175,6 +176,7 @@ void Mem_Frm::updateMaskKey()
 void Mem_Frm::showAllChannels(const std::optional<QByteArray>& reply)
 {
     readingAll_ = false;
+    updateEditState();
     readoutTimer_->stop();
     if (!uploading_)
         Progress->setVisible(false);

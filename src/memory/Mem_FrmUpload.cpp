@@ -121,6 +121,8 @@ void Mem_Frm::Bouton_Click(int index)
             }
             break;
         case MemoryKey::GetMem:
+            if (!mayReplaceTable())
+                break;
             ReadMemory(1);
             setHeightTwips(ExpandedTwips);
             enableUpload();

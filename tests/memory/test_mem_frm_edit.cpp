@@ -363,6 +363,47 @@ private slots:
         QCOMPARE(s.dialogs.saveChangesQuestions.size(), 2);
     }
 
+    void getMem_withUnsavedChanges_cancel_keepsThem_readsNothing()
+    {
+        Scene s;
+        auto w = readAll(s);
+        QVERIFY(w->editor().setCell(3, MemoryColumn::Ant, "Rx"));
+        s.dialogs.saveChangesAnswer = MemoryDialogs::SaveChoice::Cancel;
+        s.clear();
+        w->Bouton[4]->click();
+        QCOMPARE(s.dialogs.saveChangesQuestions.size(), 1);
+        QVERIFY(s.dialogs.saveChangesQuestions[0].text.contains("before the table is replaced"));
+        QVERIFY(s.writes().isEmpty());
+        QCOMPARE(cellText(*w, 3, MemoryColumn::Ant), QStringLiteral("Rx"));
+    }
+
+    void getMem_withUnsavedChanges_discard_readsAndStartsAgain()
+    {
+        Scene s;
+        auto w = readAll(s);
+        QVERIFY(w->editor().setCell(3, MemoryColumn::Ant, "Rx"));
+        s.dialogs.saveChangesAnswer = MemoryDialogs::SaveChoice::Discard;
+        w->Bouton[4]->click();
+        QVERIFY(cellText(*w, 3, MemoryColumn::Ant) != QStringLiteral("Rx"));
+        QCOMPARE(w->windowTitle(), QStringLiteral("FT-1000 Memory"));
+        QVERIFY(!w->editor().canUndo());
+    }
+
+    void openFile_withUnsavedChanges_cancel_asksBeforeTheDialog()
+    {
+        Scene s;
+        auto w = readAll(s);
+        QVERIFY(w->editor().setCell(3, MemoryColumn::Ant, "Rx"));
+        s.dialogs.saveChangesAnswer = MemoryDialogs::SaveChoice::Cancel;
+        w->mnu_file[0]->trigger();
+        QCOMPARE(s.dialogs.saveChangesQuestions.size(), 1);
+        QVERIFY(s.dialogs.requests.isEmpty());
+        w->mnu_csv[1]->trigger();
+        QCOMPARE(s.dialogs.saveChangesQuestions.size(), 2);
+        QVERIFY(s.dialogs.requests.isEmpty());
+        QCOMPARE(cellText(*w, 3, MemoryColumn::Ant), QStringLiteral("Rx"));
+    }
+
     void writeChanged_withNothingChanged_saysSo_sendsNothing()
     {
         Scene s;
