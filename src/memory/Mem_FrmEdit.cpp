@@ -53,6 +53,8 @@ void Mem_Frm::buildEditing()
     MSFlexGrid1->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
     MSFlexGrid1->setSelectionMode(QAbstractItemView::ExtendedSelection);
     EditReason->setStyleSheet(ReasonColour);
+    // The Edit menu's items also come up on the table's rows with the right mouse button.
+    MSFlexGrid1->setContextMenuPolicy(Qt::ActionsContextMenu);
 
     mnu_edit = new QMenu(QStringLiteral("&Edit"), this);
     mnu_edit->setObjectName(QStringLiteral("mnu_edit"));
@@ -92,7 +94,12 @@ void Mem_Frm::buildEditing()
         const QString name = QString::fromLatin1(item.name);
         QAction* a = mnu_edit->addAction(QString::fromLatin1(item.caption));
         a->setObjectName(QStringLiteral("mnu_edit(%1)").arg(name));
-        a->setShortcuts(item.keys);
+        // A key given twice (some platforms bind Ctrl+Y to redo already) would be ambiguous and do nothing.
+        QList<QKeySequence> keys;
+        for (const QKeySequence& k : item.keys)
+            if (!keys.contains(k))
+                keys << k;
+        a->setShortcuts(keys);
         // The table's keys work while it has the focus, whatever else the window holds.
         a->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         MSFlexGrid1->addAction(a);

@@ -194,6 +194,30 @@ private slots:
         QCOMPARE(menuTexts(w->mnu_radio), (QStringList{"&Write Changed to Radio...", "&Restore Backup..."}));
     }
 
+    void keys_onTheTable_copyDeleteUndo()
+    {
+        Scene s;
+        auto w = readAll(s);
+        w->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(w.get()));
+        w->MSFlexGrid1->setFocus();
+        selectChannels(*w, {8, 9});
+        const MemoryRow eight = w->table().channelRow(8);
+        QApplication::clipboard()->clear();
+        QTest::keyClick(w->MSFlexGrid1, Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(QApplication::clipboard()->text().startsWith("Channel,Name,"));
+        QTest::keyClick(w->MSFlexGrid1, Qt::Key_Delete);
+        QCOMPARE(w->table().channelRow(8), MemoryEditor::clearedRow(8));
+        QTest::keyClick(w->MSFlexGrid1, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(w->table().channelRow(8), eight);
+        QTest::keyClick(w->MSFlexGrid1, Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(w->table().channelRow(8), MemoryEditor::clearedRow(8));
+        QTest::keyClick(w->MSFlexGrid1, Qt::Key_Z, Qt::ControlModifier);
+        QTest::keyClick(w->MSFlexGrid1, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(w->table().channelRow(8), MemoryEditor::clearedRow(8));
+        QCOMPARE(w->MSFlexGrid1->contextMenuPolicy(), Qt::ActionsContextMenu);
+    }
+
     void undoRedo_throughTheMenu_namesTheStep()
     {
         Scene s;
