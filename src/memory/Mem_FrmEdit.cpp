@@ -45,6 +45,8 @@ void Mem_Frm::buildEditing()
     auto* grid = static_cast<MemoryGridModel*>(model_);
     grid->setChangeSource([this](int channel) { return editor_->changeOf(channel); });
     connect(editor_, &MemoryEditor::changed, this, &Mem_Frm::updateEditState);
+    // An answer to "Save / Discard / Cancel" holds for the table it was given for.
+    connect(editor_, &MemoryEditor::changed, this, [this] { closeConfirmed_ = false; });
 
     delegate_ = new MemoryCellDelegate(MSFlexGrid1);
     MSFlexGrid1->setItemDelegate(delegate_);

@@ -107,7 +107,12 @@ void Mem_Frm::WriteChangedClick()
                        static_cast<int>(cellNumber(row.cells[MemoryColumn::Mde]).value_or(0)),
                        row.colour == MemoryColour::Masked});
     }
-    if (!dialogs_->confirm(dialogParent(), WriteChangedTitle, askText(channels)))
+    QString text = askText(channels);
+    if (!editor_->unwrittenChannels(Channels::LastP + 1, Channels::Count).isEmpty())
+        text += QStringLiteral(
+            "\n\nThe changed quick memory channels (QMB, 109 to 113) are not written: no write "
+            "reaches them, as no upload does.");
+    if (!dialogs_->confirm(dialogParent(), WriteChangedTitle, text))
         return;
 
     writing_ = true;

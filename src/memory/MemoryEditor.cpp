@@ -64,7 +64,9 @@ void MemoryEditor::radioShowsColour(int channel, quint32 bgr)
 {
     if (channel < Channels::First || channel > Channels::Count)
         return;
-    table_.setColour(channel, bgr);
+    // A row the operator has changed keeps the change; only what the radio holds is noted.
+    if (table_.channelRow(channel) == radioRows_[channel - 1])
+        table_.setColour(channel, bgr);
     radioRows_[channel - 1].colour = bgr;
     emit changed();
 }

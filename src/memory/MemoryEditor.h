@@ -27,7 +27,8 @@ public:
     void takeAsBaseline();
     void markSaved();                              // the file now holds the table
     void markWritten(const QList<int>& channels);  // the radio now holds these rows
-    // A read of one channel showed its mask: the row takes the colour, as the radio holds it.
+    // A read of one channel showed its mask: the row takes the colour, as the radio holds it, unless
+    // the row has been changed and not written (the change is kept, and stays to be written).
     void radioShowsColour(int channel, quint32 bgr);
 
     int changeOf(int channel) const;  // Unsaved | Unwritten

@@ -400,6 +400,24 @@ private slots:
         QCOMPARE(t.model.rows(), t.original);
     }
 
+    void radioShowsColour_unchangedRowTakesIt_unmarked()
+    {
+        Table t;
+        t.editor.radioShowsColour(4, MemoryColour::Masked);
+        QCOMPARE(t.model.colour(4), MemoryColour::Masked);
+        QCOMPARE(t.editor.changeOf(4), int(MemoryEditor::Unsaved));  // the file still has it unmasked
+        QCOMPARE(t.editor.unwrittenChannels(1, 113), QList<int>{});
+    }
+
+    void radioShowsColour_changedRowKeepsTheChange()
+    {
+        Table t;
+        QVERIFY(t.editor.toggleMask({4}));  // masked in the table, not yet written
+        t.editor.radioShowsColour(4, MemoryColour::Unmasked);
+        QCOMPARE(t.model.colour(4), MemoryColour::Masked);
+        QCOMPARE(t.editor.unwrittenChannels(1, 113), QList<int>{4});
+    }
+
     void takeAsBaseline_forgetsTheHistory()
     {
         Table t;
