@@ -265,6 +265,12 @@ bool Mem_Frm::confirmUnsaved()
 
 bool Mem_Frm::mayReplaceTable()
 {
+    // The rows being written are marked written once the radio has them: they must still be there.
+    if (writing_) {
+        dialogs_->inform(dialogParent(), Caption,
+                         QStringLiteral("The table cannot be replaced while its changed channels are written."));
+        return false;
+    }
     return askSaveChanges(ReplaceText);
 }
 

@@ -6,6 +6,7 @@
 #include "MemoryBackups.h"
 #include "MemoryGridModel.h"
 #include "NumberFormat.h"
+#include "PressButton.h"
 #include "Procedures.h"
 #include "WriteBackScene.h"
 
@@ -177,6 +178,13 @@ private slots:
         QVERIFY(!s.host->pollEnabled());
         // Past the backup (a third), a few channels in.
         QTRY_VERIFY_WITH_TIMEOUT(w.Progress->value() >= 40, 30000);
+        // The table stays as it is while it is written.
+        w.setCurrentFile(s.dir.filePath(QStringLiteral("other.ymp")));
+        w.Btn_Diag[0]->click();
+        QCOMPARE(s.dialogs.notes.size(), 1);
+        QVERIFY(s.dialogs.notes[0].text.startsWith("The table cannot be replaced"));
+        QCOMPARE(w.table().cell(20, MemoryColumn::Freq), QStringLiteral("10,020.00 "));
+        s.dialogs.notes.clear();
         w.CancelWrite->click();
         QTRY_VERIFY_WITH_TIMEOUT(!w.writingBack(), 30000);
         QVERIFY(s.host->pollEnabled());
