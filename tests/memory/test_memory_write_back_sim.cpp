@@ -143,6 +143,32 @@ private slots:
         QCOMPARE(MemoryBackups::list(w.backupFolder()).size(), 2);
     }
 
+    void radioOnAChannel_fastLink_writtenAndCheck_backOnThatChannel()
+    {
+        Scene s;
+        QVERIFY2(s.start(), qPrintable(s.error));
+        Mem_Frm& w = *s.w;
+        s.host->link().setFastLink(true);
+        s.sim.radio().handle(QByteArray::fromHex("0000000B02"));  // the radio on channel 11
+        QVERIFY(s.sim.radio().memoryMode());
+        QVERIFY(w.editor().setCell(2, MemoryColumn::Freq, "7,075.50"));
+        QVERIFY(w.editor().setCell(11, MemoryColumn::Mode, "FM"));
+        QVERIFY(s.writeChanged());
+        QVERIFY2(s.dialogs.errors.isEmpty(), qPrintable(s.dialogs.errors.value(0).text));
+        QVERIFY(radioHoldsRow(s.sim.radio(), w, 2));
+        QVERIFY(radioHoldsRow(s.sim.radio(), w, 11));
+        QVERIFY(w.editor().unwrittenChannels(1, 108).isEmpty());
+        // VFO-A was read on VFO-A and is as it was; the radio is back on channel 11, which now holds FM.
+        const QStringList got = s.received();
+        QCOMPARE(got.mid(0, 4), (QStringList{"00 00 00 01 FA", "00 00 00 01 10", "00 00 00 00 05", "00 00 00 02 10"}));
+        QCOMPARE(got.last(), QStringLiteral("00 00 00 0B 02"));
+        QVERIFY(s.sim.radio().memoryMode());
+        QCOMPARE(s.sim.radio().currentChannel(), 11);
+        QCOMPARE(s.sim.radio().vfo(VirtualRadio::Vfo::A).freq10Hz, qint64(705000));
+        QCOMPARE(s.sim.radio().vfo(VirtualRadio::Vfo::A).modeByte, 0);  // LSB
+        QCOMPARE(s.sim.radio().modeCode(VirtualRadio::Vfo::A), 6);      // the main receiver: channel 11, FM
+    }
+
     void readBackWrong_thatChannelStaysMarked_andIsNamed()
     {
         Scene s;
