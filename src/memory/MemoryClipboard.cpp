@@ -2,9 +2,32 @@
 #include "MemoryClipboard.h"
 
 #include "ChannelNames.h"
+#include "CsvText.h"
 #include "MemRecord.h"
 #include "MemoryCellInput.h"
 #include "MemoryCsv.h"
+
+namespace {
+// Cells copied from a spreadsheet come as lines of tab-separated text: such text is taken as the same
+// list written with commas, line for line, so that the line numbers of a refusal stay true.
+QByteArray commaSeparated(const QByteArray& text)
+{
+    const qsizetype firstLineEnd = text.indexOf('\n');
+    const QByteArray firstLine = text.left(firstLineEnd < 0 ? text.size() : firstLineEnd);
+    if (!firstLine.contains('\t') || firstLine.contains(','))
+        return text;
+    QByteArray out;
+    for (QByteArray line : text.split('\n')) {
+        if (line.endsWith('\r'))
+            line.chop(1);
+        QStringList fields;
+        for (const QByteArray& f : line.split('\t'))
+            fields << QString::fromUtf8(f);
+        out += line.isEmpty() ? QByteArray("\r\n") : CsvText::line(fields);
+    }
+    return out;
+}
+}  // namespace
 
 namespace MemoryClipboard {
 
@@ -39,7 +62,7 @@ Pasted paste(const QByteArray& text, int firstChannel)
         out.reason = line > 0 ? QStringLiteral("Line %1: %2.").arg(line).arg(why) : why + u'.';
         return out;
     };
-    const MemoryCsv::Lines list = MemoryCsv::readLines(text);
+    const MemoryCsv::Lines list = MemoryCsv::readLines(commaSeparated(text));
     if (!list.ok())
         return refuse(list.line, list.problem);
     const int last = firstChannel + static_cast<int>(list.lines.size()) - 1;

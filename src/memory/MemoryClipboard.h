@@ -2,8 +2,8 @@
 #pragma once
 // Rows of the channel table as clipboard text and back: copied as a CSV list in this program's own
 // layout with its header (a spreadsheet takes it as it is); pasted from any layout the CSV import
-// reads. A paste is all or nothing: one bad line refuses the whole of it, naming the line and why,
-// and so does a paste that would run past the last channel.
+// reads, or the same as tab-separated cells copied from a spreadsheet. A paste is all or nothing: one bad line refuses
+// the whole of it, naming the line and why, and so does a paste that would run past the last channel.
 //
 // A pasted value is held to the same rules as a typed one (exact to 10 Hz, within the radio's
 // range), except that an empty channel (0 kHz, as a cleared record) may be pasted as it was copied.

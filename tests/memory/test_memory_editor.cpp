@@ -233,6 +233,32 @@ private slots:
         QCOMPARE(t.cell(11, MemoryColumn::Mode), QStringLiteral("LSB"));
     }
 
+    void paste_cellsCopiedFromASpreadsheet_tabSeparated()
+    {
+        Table t;
+        const QByteArray text =
+            "Channel\tName\tFrequency_kHz\tMode\tClarifier_kHz\tAntenna\tMasked\n"
+            "4\t Chan 4\t7074.00\tUSB\t0.00\tA\tno\n"
+            "5\tNet, E\t7075.50\tLSB\t-0.25\tRx\tyes\n";
+        QString reason;
+        QVERIFY2(t.editor.paste(30, text, &reason), qPrintable(reason));
+        QCOMPARE(t.cell(30, MemoryColumn::Chan), QStringLiteral(" Chan 30"));
+        QCOMPARE(t.cell(30, MemoryColumn::Freq), QStringLiteral("7,074.00 "));
+        QCOMPARE(t.cell(31, MemoryColumn::Chan), QStringLiteral(" Net, E"));
+        QCOMPARE(t.cell(31, MemoryColumn::Clar), QStringLiteral("-0.25 "));
+        QCOMPARE(t.model.colour(31), MemoryColour::Masked);
+    }
+
+    void paste_tabSeparatedBadLine_namesTheSpreadsheetsLine()
+    {
+        Table t;
+        const QByteArray text = "Channel\tName\tFrequency_kHz\tMode\n1\ta\t7074\tUSB\n2\tb\t7074.001\tUSB\n";
+        QString reason;
+        QVERIFY(!t.editor.paste(30, text, &reason));
+        QVERIFY2(reason.startsWith("Line 3: "), qPrintable(reason));
+        QCOMPARE(t.model.rows(), t.original);
+    }
+
     void paste_oneBadLine_changesNothing_namesTheLine_data()
     {
         QTest::addColumn<QByteArray>("badLine");
