@@ -173,6 +173,44 @@ private slots:
         QVERIFY(!w->MSFlexGrid1->indexWidget(at(*w, 20, MemoryColumn::Freq)));
     }
 
+    void writeChangedKey_showsWithTheTable_insideTheWindow()
+    {
+        Scene s;
+        auto w = s.open();
+        w->show();
+        QVERIFY(!w->WriteChanged->isVisible());
+        w->Bouton[4]->click();
+        QVERIFY(QTest::qWaitForWindowExposed(w.get()));
+        QCoreApplication::processEvents();
+        QVERIFY(w->WriteChanged->isVisible());
+        QCOMPARE(w->WriteChanged->text(), QStringLiteral("Write Changed"));
+        QCOMPARE(w->WriteChanged->accessibleName(), QStringLiteral("Write Changed"));
+        QVERIFY(!w->WriteChanged->isEnabled());  // nothing changed yet
+        QVERIFY(w->rect().contains(QRect(w->WriteChanged->mapTo(w.get(), QPoint(0, 0)), w->WriteChanged->size())));
+    }
+
+    void screenshot_editing()
+    {
+        const QString out = qEnvironmentVariable("FT_TEST_OUTPUT");
+        if (out.isEmpty())
+            QSKIP("FT_TEST_OUTPUT is not set");
+        Scene s;
+        auto w = readAll(s);
+        QVERIFY(QTest::qWaitForWindowExposed(w.get()));
+        QVERIFY(w->editor().setCell(3, MemoryColumn::Freq, "14195.5"));
+        QVERIFY(w->editor().setCell(4, MemoryColumn::Mode, "CW R"));
+        auto* line = qobject_cast<QLineEdit*>(openEditor(*w, 5, MemoryColumn::Freq));
+        QVERIFY(line);
+        line->selectAll();
+        QTest::keyClicks(line, "14195.505");
+        QTest::keyClick(line, Qt::Key_Return);
+        QTRY_VERIFY(!w->editReason().isEmpty());
+        selectChannels(*w, {3});
+        QCoreApplication::processEvents();
+        QVERIFY(w->rect().contains(QRect(w->EditReason->mapTo(w.get(), QPoint(0, 0)), w->EditReason->size())));
+        QVERIFY(w->grab().save(out + QStringLiteral("/memory_editing.png")));
+    }
+
     // --- Edit menu ---
 
     void editMenu_itemsAndThePlatformsKeys()
