@@ -122,7 +122,7 @@ int AppWindows::navigatorWidthTwips()
 
 bool AppWindows::confirmCloseAll()
 {
-    return !memory_ || memory_->confirmStopUpload();
+    return !memory_ || memory_->confirmClose();
 }
 
 void AppWindows::closeAll()

@@ -58,6 +58,14 @@ std::optional<ChannelMode> channelModeOfCaption(const QString& caption)
     return std::nullopt;
 }
 
+QStringList channelModeCaptions()
+{
+    QStringList captions;
+    for (const ModeRow& row : modeTable)
+        captions << QString::fromLatin1(row.caption);
+    return captions;
+}
+
 double decodeChannelClarifier(int high, int low)
 {
     const auto value = static_cast<qint16>(static_cast<quint16>((high << 8) | low));

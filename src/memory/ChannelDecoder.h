@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 namespace MemoryColour {
@@ -53,6 +54,9 @@ ChannelMode decodeChannelMode(int modeByte, int qualifierByte, const ChannelMode
 // The mode a table caption names ("USB", "CW R", "DataUSR" ...), letter case aside; nothing for a
 // caption the table never shows.
 std::optional<ChannelMode> channelModeOfCaption(const QString& caption);
+
+// Every caption the table shows, in the table's order ("LSB", "USB", ... "DataUSR").
+QStringList channelModeCaptions();
 
 // Signed 16-bit big-endian clarifier in kHz (two's complement: 80 00 is -20.48 kHz).
 double decodeChannelClarifier(int high, int low);

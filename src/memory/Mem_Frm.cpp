@@ -5,6 +5,7 @@
 #include "ChannelNames.h"
 #include "ConsoleHost.h"
 #include "MemFile.h"
+#include "MemoryBackups.h"
 #include "MemoryDialogs.h"
 #include "MemoryGridModel.h"
 #include "MemoryPanel.h"
@@ -57,8 +58,11 @@ Mem_Frm::Mem_Frm(ConsoleHost& host, MemoryDialogs* dialogs, QWidget* parent)
         dialogs_ = ownDialogs_.get();
     }
     setObjectName(QStringLiteral("Mem_Frm"));
+    backupFolder_ = MemoryBackups::folderIn(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     buildControls();
     buildGrid();
+    buildEditing();
+    buildWriteBack();
     Form_Load();
 }
 
@@ -185,12 +189,36 @@ void Mem_Frm::buildControls()
     MSFlexGrid1->setVisible(false);
     MSFlexGrid1->setMinimumHeight(60);
 
+    // Stops a write of the changed channels between two channels.
+    CancelWrite = new QPushButton(QStringLiteral("Cancel"), this);
+    CancelWrite->setObjectName(QStringLiteral("CancelWrite"));
+    CancelWrite->setAccessibleName(QStringLiteral("Cancel"));
+    CancelWrite->setAutoDefault(false);
+    CancelWrite->setVisible(false);
+    auto* progressRow = new QHBoxLayout;
+    progressRow->setSpacing(4);
+    progressRow->addWidget(Progress, 1);
+    progressRow->addWidget(CancelWrite);
+
+    // Under the table, why an edit was refused; the key that writes the changed rows goes with the keys.
+    EditReason = new QLabel(this);
+    EditReason->setObjectName(QStringLiteral("EditReason"));
+    EditReason->setWordWrap(true);
+    EditReason->setAccessibleName(QStringLiteral("Edit refused"));
+    EditReason->setVisible(false);
+    WriteChanged = new QPushButton(WriteChangedCaption, this);
+    WriteChanged->setObjectName(QStringLiteral("WriteChanged"));
+    WriteChanged->setAccessibleName(WriteChangedCaption);
+    WriteChanged->setAutoDefault(false);
+    WriteChanged->setEnabled(false);
+    WriteChanged->setVisible(false);
+
     auto* left = new QVBoxLayout;
     left->setSpacing(4);
     left->addWidget(Frame1);
-    left->addWidget(Progress);
+    left->addLayout(progressRow);
     left->addWidget(MSFlexGrid1, 1);
-    left->addStretch(0);
+    left->addWidget(EditReason);
 
     // The keys, in two columns beside the display.
     auto* keys = new QGridLayout;
@@ -224,7 +252,10 @@ void Mem_Frm::buildControls()
         Btn_Diag.append(b);
     }
     keys->setRowMinimumHeight(3, 6);  // the file keys stand apart from the radio keys
-    keys->setRowStretch(5, 1);
+    // Writing the edited rows back, across both columns under the file keys.
+    keys->setRowMinimumHeight(5, 6);
+    keys->addWidget(WriteChanged, 6, 0, 1, 2);
+    keys->setRowStretch(7, 1);
     Bouton[MemoryKey::Upload]->setEnabled(false);
     Btn_Diag[1]->setEnabled(false);
 
@@ -240,6 +271,9 @@ void Mem_Frm::setHeightTwips(int twips)
 {
     const bool expand = twips >= ExpandedTwips;
     MSFlexGrid1->setVisible(expand);
+    WriteChanged->setVisible(expand);
+    EditReason->setVisible(expand && !EditReason->text().isEmpty());
+    updateEditState();
     resize(sizeHint().width(), Twips::toPixels(twips));
 }
 
@@ -287,6 +321,11 @@ void Mem_Frm::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    if (!closeConfirmed_ && !confirmUnsaved()) {
+        event->ignore();
+        return;
+    }
+    closeConfirmed_ = false;
     readoutTimer_->stop();
     WindowPlacement::save(this, host_.settings(), Section, TopKey, LeftKey);
     host_.settings().setValue(Section, PathKey, currentFile_);

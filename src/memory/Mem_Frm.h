@@ -11,6 +11,7 @@
 #include "MemoryJobs.h"
 
 #include <QElapsedTimer>
+#include <QMap>
 #include <QPointer>
 #include <QVector>
 #include <QWidget>
@@ -22,6 +23,8 @@ class ConsoleHost;
 class MemoryDialogs;
 class MemoryGridModel;
 class MemoryTableModel;
+class MemoryEditor;
+class MemoryCellDelegate;
 class PressButton;
 class QAction;
 class QGroupBox;
@@ -64,6 +67,12 @@ inline const QString ExportCsvTitle = QStringLiteral("Export Memory List as CSV"
 inline const QString ImportCsvTitle = QStringLiteral("Import Memory List from CSV");
 inline const QString ExportCsvErrorTitle = QStringLiteral("Export CSV");
 inline const QString ImportCsvErrorTitle = QStringLiteral("Import CSV");
+inline const QString WriteChangedCaption = QStringLiteral("Write Changed");
+inline const QString WriteChangedMenuCaption = QStringLiteral("&Write Changed to Radio...");
+inline const QString RestoreBackupMenuCaption = QStringLiteral("&Restore Backup...");
+inline const QString WriteChangedTitle = QStringLiteral("Write Changed ?");
+inline const QString RestoreBackupTitle = QStringLiteral("Restore Backup");
+inline const QString TitleChangedMark = QStringLiteral(" *");
 }  // namespace MemoryWindow
 
 // Main window indicators the memory window looks at.
@@ -97,11 +106,38 @@ public:
     void ReadMemory(int mode);
     void Bouton_Click(int index);
     void UploadMemory();
-    // Asked before anything closes this window, or the program, while an upload runs: true when no
-    // upload runs or the operator chose to stop it (it stops after the channel being written, and a
-    // message names the last channel written); false when the operator lets it go on.
+    // Asked before anything closes this window, or the program, while an upload or a write of the
+    // changed channels runs: true when none runs or the operator chose to stop it (it stops after
+    // the channel being written, and a message names what was written); false when it goes on.
     bool confirmStopUpload();
     void cancelUpload();
+    // Asked before the program closes: the question above, then Save / Discard / Cancel when the table
+    // has unsaved changes. True when the window may go.
+    bool confirmClose();
+
+    // Editing the table (the Edit menu's items): on the selected rows, the current one for a paste.
+    MemoryEditor& editor() { return *editor_; }
+    QList<int> selectedChannels() const;
+    void editCopy();
+    void editCut();
+    void editPaste();
+    void editClear();
+    void editMoveUp();
+    void editMoveDown();
+    void editSortByFrequency();
+    void editToggleMask();
+    // The reason the last edit was refused, shown beside the table; empty after one is taken.
+    QString editReason() const;
+
+    // Writing the changed channels 1..108 of the table into the radio, a backup of them first.
+    void WriteChangedClick();
+    bool writingBack() const { return writing_; }
+    void cancelWriteBack();
+    // Loads a backup into the table as changes; a failure is shown in a message naming the file.
+    bool RestoreBackup(const QString& path);
+    QString backupFolder() const { return backupFolder_; }
+    void setBackupFolder(const QString& folder) { backupFolder_ = folder; }
+    QString lastBackup() const { return lastBackup_; }
 
     // Window state.
     int MemState = 0;      // 0 radio on a VFO, 1 on a memory channel, 2 follow mode
@@ -132,6 +168,15 @@ public:
     QMenu* mnu_bar = nullptr;
     QVector<QAction*> mnu_file;
     QVector<QAction*> mnu_csv;  // 0 "Export CSV...", 1 "Import CSV..."
+    QMenu* mnu_edit = nullptr;
+    // The Edit menu's items, by name: "Undo", "Redo", "Cut", "Copy", "Paste", "Clear", "Move Up",
+    // "Move Down", "Sort by Frequency", "Mask".
+    QAction* editAction(const QString& name) const;
+    QAction* mnuWriteChanged = nullptr;
+    QAction* mnuRestoreBackup = nullptr;
+    QPushButton* WriteChanged = nullptr;
+    QPushButton* CancelWrite = nullptr;
+    QLabel* EditReason = nullptr;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -139,6 +184,19 @@ protected:
 private:
     void buildControls();
     void buildGrid();
+    void buildEditing();
+    void buildWriteBack();
+    void updateEditState();  // title, marks, menu items after any change
+    void showEditReason(const QString& reason);
+    void cellEntered(int channel, int column, const QString& text);
+    bool confirmUnsaved();   // Save / Discard / Cancel; true when the window may go
+    bool mayReplaceTable();  // the same before a read-out, a load or an import replaces the table
+    bool askSaveChanges(const QString& question);
+    void restoreBackupClick();
+    struct WriteRun;
+    bool writeRunFinished() const;  // true when no write runs or the link has ended it
+    void finishWriteBack(const std::shared_ptr<WriteRun>& run);
+    void afterStop();
     void fitGridFont();
     void Form_Load();
     void finishLoad(std::optional<int> start);
@@ -188,4 +246,12 @@ private:
     AfterUpload afterUpload_ = AfterUpload::Stay;
     QTimer* readoutTimer_ = nullptr;
     QElapsedTimer readoutClock_;
+    MemoryEditor* editor_ = nullptr;
+    MemoryCellDelegate* delegate_ = nullptr;
+    QMap<QString, QAction*> editActions_;
+    bool writing_ = false;
+    std::shared_ptr<WriteRun> writeRun_;
+    QString backupFolder_;
+    QString lastBackup_;
+    bool closeConfirmed_ = false;  // the unsaved changes were saved or discarded for this close
 };

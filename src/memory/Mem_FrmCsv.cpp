@@ -42,6 +42,8 @@ QString csvBeside(const QString& memFile)
 
 void Mem_Frm::mnu_csv_Click(int index)
 {
+    if (index == 1 && !mayReplaceTable())
+        return;
     FileDialogRequest request;
     request.filters = dialogFilters(CsvFilter);
     request.selectedFilter = request.filters.value(0);

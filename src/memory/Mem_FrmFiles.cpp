@@ -5,6 +5,7 @@
 #include "ConsoleHost.h"
 #include "MemFile.h"
 #include "MemoryDialogs.h"
+#include "MemoryEditor.h"
 #include "MemoryGridModel.h"
 #include "MemoryLog.h"
 #include "MemoryPanel.h"
@@ -34,6 +35,8 @@ void Mem_Frm::enableSaveMenu()
 
 void Mem_Frm::Diag(int index)
 {
+    if (index == 0 && !mayReplaceTable())
+        return;
     FileDialogRequest request;
     request.filters = dialogFilters(FileFilter);
     request.selectedFilter = request.filters.value(1);
@@ -74,6 +77,7 @@ void Mem_Frm::showRecords(const QList<MemRecord>& records)
     for (const MemRecord& r : records)
         rows.append(rowFromRecord(r));
     model_->setRows(rows);
+    editor_->takeAsBaseline();
     if (gridRow_ >= 1)
         selectGridRow(gridRow_);
     setHeightTwips(ExpandedTwips);
@@ -91,12 +95,15 @@ bool Mem_Frm::SaveMemFile(Report report)
                             QStringLiteral("Could not save the memory file \"%1\".\n%2").arg(currentFile_, error));
         return false;
     }
+    editor_->markSaved();
     return true;
 }
 
 void Mem_Frm::Btn_Diag_MouseDown(int index, Qt::MouseButton button)
 {
     if (index == 0) {
+        if (button == Qt::LeftButton && !mayReplaceTable())
+            return;
         if (button == Qt::LeftButton)
             LoadMemFile(Report::Message);
         else

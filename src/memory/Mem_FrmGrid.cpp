@@ -6,6 +6,7 @@
 #include "CatPort.h"
 #include "ChannelNames.h"
 #include "ConsoleHost.h"
+#include "MemoryEditor.h"
 #include "MemoryGridModel.h"
 #include "MemoryLog.h"
 #include "MemoryPanel.h"
@@ -124,6 +125,7 @@ void Mem_Frm::ReadMemory(int mode)
     }
     // The radio takes five seconds to send all channels: the bar shows the wait.
     readingAll_ = true;
+    updateEditState();  // no edits while the table is about to be replaced
     Bouton[MemoryKey::GetMem]->setEnabled(false);
     if (!uploading_) {
         Progress->setValue(0);
@@ -161,7 +163,7 @@ void Mem_Frm::showOneChannel(const std::optional<QByteArray>& reply, int channel
     const ChannelDecode d = decodeChannel(*record, mode_);
     showDecode(d);
     if (gridRow_ >= 1)
-        model_->setColour(gridRow_, MemoryColour::of(d.masked));
+        editor_->radioShowsColour(gridRow_, MemoryColour::of(d.masked));
     maskCaptionFor_ = channel;
     updateMaskKey();
 }
@@ -174,6 +176,7 @@ void Mem_Frm::updateMaskKey()
 void Mem_Frm::showAllChannels(const std::optional<QByteArray>& reply)
 {
     readingAll_ = false;
+    updateEditState();
     readoutTimer_->stop();
     if (!uploading_)
         Progress->setVisible(false);
@@ -195,6 +198,9 @@ void Mem_Frm::showAllChannels(const std::optional<QByteArray>& reply)
         gridRow_ = c.channel;
         model_->setChannelRow(c.channel, channelRow(c.channel, c.decode));
     }
+    // The table as read is where editing starts from.
+    if (!channels.isEmpty())
+        editor_->takeAsBaseline();
     qCDebug(lcMemory) << "read-out:" << reply->size() << "bytes," << channels.size() << "channels";
     // The table's current row goes back to the selected channel, so that the single read that follows
     // colours that channel's row rather than the last one read.
@@ -246,7 +252,7 @@ void Mem_Frm::HScroll1_Scroll(int value)
 
 void Mem_Frm::MSFlexGrid1_DblClick(const QModelIndex& index)
 {
-    if (!index.isValid() || uploading_)
+    if (!index.isValid() || uploading_ || writing_)
         return;
     const int row = index.row() + 1;
     if (row == HScroll1->value())

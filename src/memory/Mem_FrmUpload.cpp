@@ -74,14 +74,18 @@ void Mem_Frm::Bouton_Click(int index)
         case MemoryKey::Close: {
             // An upload is not cut short without the operator's word; stopped, the key does its work
             // once the link has ended the upload.
-            if (uploading_) {
+            if (uploading_ || writing_) {
                 if (!confirmStopUpload())
                     break;
-                if (uploading_) {
+                if (uploading_ || writing_) {
                     afterUpload_ = AfterUpload::PressClose;
                     break;
                 }
             }
+            // Changes that would be lost are asked about before anything goes to the radio.
+            if (!closeConfirmed_ && !confirmUnsaved())
+                break;
+            closeConfirmed_ = true;
             const int start = StartChannel;
             if (MemState == 0) {
                 // Put the radio's memory pointer back where it was, then back to the VFO.
@@ -117,6 +121,8 @@ void Mem_Frm::Bouton_Click(int index)
             }
             break;
         case MemoryKey::GetMem:
+            if (!mayReplaceTable())
+                break;
             ReadMemory(1);
             setHeightTwips(ExpandedTwips);
             enableUpload();
@@ -163,7 +169,7 @@ void Mem_Frm::setRadioKeysEnabled(bool on)
 
 void Mem_Frm::UploadMemory()
 {
-    if (uploading_)
+    if (uploading_ || writing_)
         return;
     if (!host_.portOpen()) {
         dialogs_->error(dialogParent(), ErrorTitle, PortClosedText);
@@ -177,6 +183,7 @@ void Mem_Frm::UploadMemory()
     stopConfirmed_ = false;
     afterUpload_ = AfterUpload::Stay;
     run_ = std::make_shared<UploadRun>();
+    updateEditState();
 
     QPointer<Mem_Frm> self(this);
     RadioLink* link = &host_.link();
@@ -225,6 +232,12 @@ void Mem_Frm::finishUpload(const std::shared_ptr<UploadRun>& run)
         dialogs_->inform(dialogParent(), UploadStoppedTitle, stoppedText(result.channelsWritten));
     }
     stopConfirmed_ = false;
+    updateEditState();
+    afterStop();
+}
+
+void Mem_Frm::afterStop()
+{
     switch (std::exchange(afterUpload_, AfterUpload::Stay)) {
         case AfterUpload::PressClose:
             Bouton_Click(MemoryKey::Close);
@@ -239,25 +252,27 @@ void Mem_Frm::finishUpload(const std::shared_ptr<UploadRun>& run)
 
 bool Mem_Frm::confirmStopUpload()
 {
-    if (!uploading_ || stopConfirmed_)
+    if ((!uploading_ && !writing_) || stopConfirmed_)
         return true;
     if (!dialogs_->ask(dialogParent(), Caption, StopUploadText))
         return false;
-    // The upload may have ended while the question was open.
-    if (uploading_) {
+    // The upload or write may have ended while the question was open.
+    if (uploading_ || writing_) {
         stopConfirmed_ = true;
         cancelUpload();
+        cancelWriteBack();
     }
     return true;
 }
 
 bool Mem_Frm::mayCloseNow()
 {
-    if (!uploading_)
+    if (!uploading_ && !writing_)
         return true;
     if (!confirmStopUpload())
         return false;
-    if (uploading_ && !run_->finished.load()) {
+    const bool finished = uploading_ ? run_->finished.load() : writeRunFinished();
+    if ((uploading_ || writing_) && !finished) {
         // The window goes once the link has ended the upload after the channel being written.
         if (afterUpload_ == AfterUpload::Stay)
             afterUpload_ = AfterUpload::Close;
@@ -266,7 +281,10 @@ bool Mem_Frm::mayCloseNow()
     // The link has ended it already (the program is closing and waited for the link): the operator
     // is told now, before the window goes.
     afterUpload_ = AfterUpload::Stay;
-    finishUpload(run_);
+    if (uploading_)
+        finishUpload(run_);
+    if (writing_)
+        finishWriteBack(writeRun_);
     return true;
 }
 

@@ -110,13 +110,7 @@ QString kHzText(float tenHz)
     return QString::number(kHz == 0.0 ? 0.0 : kHz, 'f', 2);
 }
 
-// One data line into its channel's record; the problem when the line is wrong.
-struct Line {
-    int channel = 0;
-    MemRecord record;
-    QString problem;
-    QStringList losses;
-};
+using Line = MemoryCsv::ListLine;
 
 bool isAscii(const QString& text)
 {
@@ -171,6 +165,9 @@ Line readLine(const Layout& l, const QStringList& fields)
     out.channel = channel;
 
     const QString freqText = cell(fields, l.freq).trimmed();
+    out.freqText = freqText;
+    out.inMHz = l.exchange;
+    out.name = l.name < 0 ? QString() : cell(fields, l.name);
     const QString freqCol = l.exchange ? FreqMHzCol : FreqKHzCol;
     if (freqText.isEmpty())
         return fail(QStringLiteral("no %1").arg(freqCol));
@@ -199,7 +196,8 @@ Line readLine(const Layout& l, const QStringList& fields)
     }
 
     double clarKHz = 0;
-    if (const QString t = cell(fields, l.clar).trimmed(); !t.isEmpty()) {
+    out.clarText = cell(fields, l.clar).trimmed();
+    if (const QString t = out.clarText; !t.isEmpty()) {
         const std::optional<double> c = numberOf(t);
         if (!c)
             return fail(QStringLiteral("%1 \"%2\" is not a number").arg(ClarCol, t));
@@ -261,9 +259,16 @@ const QStringList& MemoryCsv::header()
 
 QByteArray MemoryCsv::write(const QList<MemRecord>& records)
 {
+    QList<std::pair<int, MemRecord>> channels;
+    for (int n = Channels::First; n <= Channels::Count; ++n)
+        channels.append({n, n <= records.size() ? records[n - 1] : MemRecord{}});
+    return writeChannels(channels);
+}
+
+QByteArray MemoryCsv::writeChannels(const QList<std::pair<int, MemRecord>>& channels)
+{
     QByteArray out = CsvText::line(header());
-    for (int n = Channels::First; n <= Channels::Count; ++n) {
-        const MemRecord r = n <= records.size() ? records[n - 1] : MemRecord{};
+    for (const auto& [n, r] : channels) {
         const MemoryRow row = rowFromRecord(r);
         out += CsvText::line({QString::number(n), row.cells[MemoryColumn::Chan], kHzText(r.freq),
                               row.cells[MemoryColumn::Mode], kHzText(r.clar), row.cells[MemoryColumn::Ant],
@@ -272,13 +277,12 @@ QByteArray MemoryCsv::write(const QList<MemRecord>& records)
     return out;
 }
 
-MemoryCsv::Result MemoryCsv::read(const QByteArray& bytes)
+MemoryCsv::Lines MemoryCsv::readLines(const QByteArray& bytes)
 {
-    Result result;
+    Lines result;
     const auto fail = [&result](int line, const QString& problem) {
         result.line = line;
         result.problem = problem;
-        result.losses.clear();
         return result;
     };
     const CsvText::Parsed parsed = CsvText::parse(bytes);
@@ -295,22 +299,42 @@ MemoryCsv::Result MemoryCsv::read(const QByteArray& bytes)
     if (parsed.records.size() == 1)
         return fail(first.line + 1, QStringLiteral("no channel follows the header"));
 
-    QList<MemRecord> records(Channels::Count);
-    QList<int> lineOf(Channels::Count + 1, 0);
     for (qsizetype i = 1; i < parsed.records.size(); ++i) {
         const CsvText::Record& rec = parsed.records[i];
-        const Line line = readLine(*layout, rec.fields);
+        ListLine line = readLine(*layout, rec.fields);
+        line.line = rec.line;
+        result.lines.append(line);
+    }
+    return result;
+}
+
+MemoryCsv::Result MemoryCsv::read(const QByteArray& bytes)
+{
+    Result result;
+    const auto fail = [&result](int line, const QString& problem) {
+        result.line = line;
+        result.problem = problem;
+        result.losses.clear();
+        return result;
+    };
+    const Lines lines = readLines(bytes);
+    if (!lines.ok())
+        return fail(lines.line, lines.problem);
+
+    QList<MemRecord> records(Channels::Count);
+    QList<int> lineOf(Channels::Count + 1, 0);
+    for (const ListLine& line : lines.lines) {
         if (!line.problem.isEmpty())
-            return fail(rec.line, line.problem);
+            return fail(line.line, line.problem);
         if (lineOf[line.channel] != 0)
-            return fail(rec.line, QStringLiteral("channel %1 is named twice, on lines %2 and %3")
-                                      .arg(line.channel)
-                                      .arg(lineOf[line.channel])
-                                      .arg(rec.line));
-        lineOf[line.channel] = rec.line;
+            return fail(line.line, QStringLiteral("channel %1 is named twice, on lines %2 and %3")
+                                       .arg(line.channel)
+                                       .arg(lineOf[line.channel])
+                                       .arg(line.line));
+        lineOf[line.channel] = line.line;
         records[line.channel - 1] = line.record;
         for (const QString& what : line.losses)
-            result.losses.append({rec.line, line.channel, what});
+            result.losses.append({line.line, line.channel, what});
     }
     result.records = records;
     return result;

@@ -28,6 +28,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <utility>
 
 class MemoryCsv {
 public:
@@ -35,6 +36,8 @@ public:
 
     // records: channels 1..113 in order.
     static QByteArray write(const QList<MemRecord>& records);
+    // The header and the given channels only, in the order given.
+    static QByteArray writeChannels(const QList<std::pair<int, MemRecord>>& channels);
 
     struct Loss {
         int line = 0;
@@ -50,6 +53,28 @@ public:
         bool ok() const { return problem.isEmpty(); }
     };
     static Result read(const QByteArray& bytes);
+
+    // Each data line on its own, in the list's order, with what the list says as it says it; a line's
+    // problem stays with the line (read() refuses the list for the first one). No channel is checked
+    // against another.
+    struct ListLine {
+        int line = 0;
+        int channel = 0;
+        MemRecord record;
+        QString problem;
+        QStringList losses;
+        QString name;      // the Name column as written; empty when the list has none
+        QString freqText;  // the frequency as written (kHz, or MHz when inMHz)
+        bool inMHz = false;
+        QString clarText;  // the clarifier as written, empty when the list has none
+    };
+    struct Lines {
+        QList<ListLine> lines;
+        int line = 0;  // where the list as a whole is wrong (no header ...)
+        QString problem;
+        bool ok() const { return problem.isEmpty(); }
+    };
+    static Lines readLines(const QByteArray& bytes);
 
     // 0 kHz is an empty channel; otherwise the radio's range, 30 kHz to 30 MHz; the frequency of a
     // list written here includes the clarifier, up to ClarLimitKHz either side.

@@ -53,6 +53,19 @@ std::optional<QString> QtMemoryDialogs::chooseFile(QWidget* parent, const FileDi
     return dialog.selectedFiles().constFirst();
 }
 
+MemoryDialogs::SaveChoice QtMemoryDialogs::saveChanges(QWidget* parent, const QString& title, const QString& text)
+{
+    switch (QMessageBox::question(parent, title, text, QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
+                                  QMessageBox::Cancel)) {
+        case QMessageBox::Save:
+            return SaveChoice::Save;
+        case QMessageBox::Discard:
+            return SaveChoice::Discard;
+        default:
+            return SaveChoice::Cancel;
+    }
+}
+
 QStringList dialogFilters(const QString& pairs)
 {
     const QStringList parts = pairs.split(u'|');

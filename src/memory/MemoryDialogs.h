@@ -32,6 +32,9 @@ public:
     virtual bool saveBeforeUpload(QWidget* parent, const QString& title, const QString& text) = 0;
     // The chosen file, nothing on cancel.
     virtual std::optional<QString> chooseFile(QWidget* parent, const FileDialogRequest& request) = 0;
+    // Unsaved changes: Save, Discard or Cancel (the default).
+    enum class SaveChoice { Save, Discard, Cancel };
+    virtual SaveChoice saveChanges(QWidget* parent, const QString& title, const QString& text) = 0;
 };
 
 // Message boxes and the file dialog of the platform.
@@ -43,6 +46,7 @@ public:
     void inform(QWidget* parent, const QString& title, const QString& text) override;
     bool saveBeforeUpload(QWidget* parent, const QString& title, const QString& text) override;
     std::optional<QString> chooseFile(QWidget* parent, const FileDialogRequest& request) override;
+    SaveChoice saveChanges(QWidget* parent, const QString& title, const QString& text) override;
 };
 
 // "Name (*.a)|*.a|Other (*.b)|*.b": pairs of a description and a pattern, as the dialog's filter is

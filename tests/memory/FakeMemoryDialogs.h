@@ -35,7 +35,15 @@ public:
         return fileAnswer;
     }
 
+    SaveChoice saveChanges(QWidget*, const QString& title, const QString& text) override
+    {
+        saveChangesQuestions.append({title, text});
+        return saveChangesAnswer;
+    }
+
     bool confirmAnswer = true;
+    SaveChoice saveChangesAnswer = SaveChoice::Discard;
+    QList<Message> saveChangesQuestions;
     bool yesAnswer = false;
     bool saveAnswer = false;  // Cancel, the default
     QList<Message> saveQuestions;
