@@ -230,8 +230,8 @@ private slots:
         QVERIFY(w->editAction("Redo")->shortcuts().contains(QKeySequence(Qt::CTRL | Qt::Key_Y)));
         // The File menu is as it was; writing and backups have a menu of their own.
         QCOMPARE(menuTexts(w->mnu_bar),
-                 (QStringList{"&Open Mem File", "-", "&Save", "Save &As ...", "-", "Export CSV...", "Import CSV...", "-",
-                              "&Write Changed to Radio...", "&Restore Backup...", "-", "Close"}));
+                 (QStringList{"&Open Mem File", "-", "&Save", "Save &As ...", "-", "Export CSV...", "Import CSV...",
+                              "-", "&Write Changed to Radio...", "&Restore Backup...", "-", "Close"}));
     }
 
     void keys_onTheTable_copyDeleteUndo()

@@ -64,8 +64,8 @@ private slots:
         Scene s;
         auto w = s.open();
         QCOMPARE(menuTexts(w->mnu_bar),
-                 (QStringList{"&Open Mem File", "-", "&Save", "Save &As ...", "-", "Export CSV...", "Import CSV...", "-",
-                              "&Write Changed to Radio...", "&Restore Backup...", "-", "Close"}));
+                 (QStringList{"&Open Mem File", "-", "&Save", "Save &As ...", "-", "Export CSV...", "Import CSV...",
+                              "-", "&Write Changed to Radio...", "&Restore Backup...", "-", "Close"}));
         // Export waits for a table, as "&Save" does; import is always there.
         QVERIFY(!w->mnu_csv[0]->isEnabled());
         QVERIFY(w->mnu_csv[1]->isEnabled());
