@@ -106,6 +106,7 @@ T LinkRig::settle(Hold<T>& h, T polled)
 
 void LinkRig::update(const StatusView& status, const FlagsView& flags, int mainSMeterRaw)
 {
+    state_.noLink = status.noLink;
     if (!status.noLink) {
         state_.haveStatus = true;
         state_.vfoAHz = settle(freqA_, vfoHz(status.a));
@@ -117,10 +118,15 @@ void LinkRig::update(const StatusView& status, const FlagsView& flags, int mainS
         state_.mainSMeterRaw = mainSMeterRaw;
         state_.clarifierA = clarifier(status.a);
         state_.clarifierB = clarifier(status.b);
+        if (!status.antCaption.isEmpty())
+            state_.antennaText = status.antCaption.trimmed();
     }
     if (flags.decoded && !flags.markV) {
         state_.split = settle(split_, flags.split);
         state_.ptt = settle(ptt_, flags.xmit);
+        state_.dual = flags.dual;
+        state_.tuner = flags.tuner;
+        state_.lockText = flags.lockVisible ? flags.lockCaption : QString();
     }
 }
 
