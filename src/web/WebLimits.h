@@ -8,6 +8,7 @@
 namespace WebLimits {
 constexpr int MaxSessions = 8;             // logged-in browsers at once
 constexpr qint64 MaxMessageBytes = 4096;   // a WebSocket message longer than this ends the session
+constexpr qint64 MaxUnsentBytes = 65536;   // past this a session's answers to refused messages are dropped
 constexpr int MaxConnections = 32;         // HTTP connections open at once, logged in or not
 constexpr int MaxRequestHeadBytes = 8192;  // request line and headers
 constexpr int MaxRequestBodyBytes = 1024;  // only the login has a body, and it holds one code
