@@ -134,6 +134,18 @@ async function main() {
     await sleep(HELD_MS);
     check('a step key tunes the radio', stepped && (await rig(prog.rigctl, 'f')) === '14251000', await freqText(page));
 
+    // The mouse wheel on a digit tunes by that digit's place (here 1 kHz), up and back down.
+    const digits = await page.$$('#freq-a .digit');
+    const kHzDigit = await digits[digits.length - 3].boundingBox();
+    await page.mouse.move(kHzDigit.x + kHzDigit.width / 2, kHzDigit.y + kHzDigit.height / 2);
+    await page.mouse.wheel({ deltaY: -100 });
+    const wheeledUp = await waitText(page, '#freq-a', /^14,252\.00$/);
+    await page.mouse.wheel({ deltaY: 100 });
+    const wheeledDown = await waitText(page, '#freq-a', /^14,251\.00$/);
+    await sleep(HELD_MS);
+    check('the mouse wheel on a digit tunes by its place', wheeledUp && wheeledDown &&
+      (await rig(prog.rigctl, 'f')) === '14251000', await freqText(page));
+
     // A mode key.
     await page.click('button[aria-label="Mode CW"]');
     const cw = await waitText(page, '#mode-a', /^CW N$/);
@@ -149,6 +161,10 @@ async function main() {
     await page.setViewport({ width: 1100, height: 900 });
     await sleep(300);
     await page.screenshot({ path: join(OUT, 'web-panel-desktop.png'), fullPage: true });
+    await page.emulateMediaFeatures([{ name: 'prefers-color-scheme', value: 'dark' }]);
+    await sleep(300);
+    await page.screenshot({ path: join(OUT, 'web-panel-desktop-dark.png'), fullPage: true });
+    await page.emulateMediaFeatures([]);
 
     // A page from another origin cannot open the WebSocket, though the browser has the session.
     const otherPort = await freePort();
