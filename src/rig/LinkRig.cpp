@@ -4,6 +4,7 @@
 #include "CatPort.h"
 #include "Clock.h"
 #include "FlagsDecoder.h"
+#include "MeterDecoder.h"
 #include "PollCache.h"
 #include "Procedures.h"
 #include "RadioLink.h"
@@ -128,6 +129,13 @@ void LinkRig::update(const StatusView& status, const FlagsView& flags, int mainS
         state_.tuner = flags.tuner;
         state_.lockText = flags.lockVisible ? flags.lockCaption : QString();
     }
+}
+
+void LinkRig::setTransmitMeter(int selector, int percent)
+{
+    const TransmitMeter* meter = transmitMeter(selector - MeterSelector::TransmitBase);
+    state_.transmitMeterName = meter != nullptr ? QString::fromLatin1(meter->caption) : QString();
+    state_.transmitMeterPercent = percent;
 }
 
 Rig::ClientId LinkRig::openClient(const QString& door)

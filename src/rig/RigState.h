@@ -32,8 +32,10 @@ struct RigState {
     bool noLink = false;  // the last status request had no reply: "No Link"
     bool dual = false;
     bool tuner = false;
-    QString lockText;     // "A Lock", "B Lock", "A/B Lk"; empty while no VFO is locked
-    QString antennaText;  // "ANT A", "ANT B" or "ANT Rx"; empty until the first status record
+    QString lockText;              // "A Lock", "B Lock", "A/B Lk"; empty while no VFO is locked
+    QString antennaText;           // "ANT A", "ANT B" or "ANT Rx"; empty until the first status record
+    QString transmitMeterName;     // the transmit meter the main window reads: "PO", "ALC", "SWR"...
+    int transmitMeterPercent = 0;  // its gauge, 0..100
 };
 
 // This radio's main receiver always works VFO-A; it transmits on VFO-B while split is on.

@@ -87,6 +87,8 @@ QByteArray panelStateJson(const RigState& s, const PanelView& v)
         {QStringLiteral("lock"), s.lockText},
         {QStringLiteral("antenna"), s.antennaText},
         {QStringLiteral("smeter"), s.mainSMeterRaw},
+        {QStringLiteral("txMeter"), s.transmitMeterName},
+        {QStringLiteral("txMeterPercent"), s.transmitMeterPercent},
         {QStringLiteral("access"), accessName(v.access)},
         {QStringLiteral("authorized"), v.txAuthorized},
         {QStringLiteral("keyed"), v.holdsKey},

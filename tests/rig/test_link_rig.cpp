@@ -140,6 +140,27 @@ private slots:
         QCOMPARE(s.vfoAHz, 14074000);
     }
 
+    void theTransmitMeterIsTheOneTheWindowReads_data()
+    {
+        QTest::addColumn<int>("selector");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("PO") << 0x80 << "PO";
+        QTest::newRow("ALC") << 0x81 << "ALC";
+        QTest::newRow("SWR") << 0x85 << "SWR";
+        QTest::newRow("Mic") << 0x86 << "Mic";
+        QTest::newRow("no meter 2") << 0x82 << "";
+    }
+    void theTransmitMeterIsTheOneTheWindowReads()
+    {
+        QFETCH(int, selector);
+        QFETCH(QString, name);
+        OnFakeLink r;
+        r.backend.setTransmitMeter(selector, 37);
+        QCOMPARE(r.backend.state().transmitMeterName, name);
+        QCOMPARE(r.backend.state().transmitMeterPercent, 37);
+        QVERIFY(r.writes().isEmpty());
+    }
+
     void aModeOutsideTheTableKeepsTheLastMode()
     {
         OnFakeLink r;

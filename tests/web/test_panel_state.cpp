@@ -35,6 +35,8 @@ RigState aState()
     s.lockText = QStringLiteral("A Lock");
     s.antennaText = QStringLiteral("ANT B");
     s.mainSMeterRaw = 130;
+    s.transmitMeterName = QStringLiteral("SWR");
+    s.transmitMeterPercent = 42;
     s.clarifierA = ClarifierState{true, false, 500};
     return s;
 }
@@ -68,6 +70,8 @@ private slots:
         QCOMPARE(o.value("lock").toString(), QStringLiteral("A Lock"));
         QCOMPARE(o.value("antenna").toString(), QStringLiteral("ANT B"));
         QCOMPARE(o.value("smeter").toInt(), 130);
+        QCOMPARE(o.value("txMeter").toString(), QStringLiteral("SWR"));
+        QCOMPARE(o.value("txMeterPercent").toInt(), 42);
         QCOMPARE(o.value("access").toString(), QStringLiteral("control"));
         QCOMPARE(o.value("authorized").toBool(), true);
         QCOMPARE(o.value("keyed").toBool(), false);

@@ -140,6 +140,12 @@ function show() {
   $('mode-b').textContent = s.b.modeText;
   $('smeter').setAttribute('aria-valuenow', s.smeter);
   $('smeter-fill').style.width = (100 * s.smeter / 255) + '%';
+  // The transmit meter the main window has chosen, while transmitting.
+  $('txmeter-row').hidden = !s.tx;
+  $('txmeter-name').textContent = s.txMeter;
+  $('txmeter').setAttribute('aria-label', 'Transmit meter ' + s.txMeter);
+  $('txmeter').setAttribute('aria-valuenow', s.txMeterPercent);
+  $('txmeter-fill').style.width = s.txMeterPercent + '%';
   $('split').setAttribute('aria-pressed', String(s.split));
   for (const b of $('modes').children) b.setAttribute('aria-pressed', String(Number(b.dataset.code) === s.a.mode));
   for (const el of $('controls').querySelectorAll('button, input')) el.disabled = !control;

@@ -206,6 +206,8 @@ async function main() {
     const keyed = (await rig(prog.rigctl, 't')) === '1';
     const lit = await page.$eval('#lamp-tx', (e) => e.classList.contains('on'));
     check('PTT held keys the radio', keyed && lit, 'rigctld t and the XMIT lamp');
+    const meter = await page.$eval('#txmeter-row', (e) => (e.hidden ? '' : e.textContent.trim()));
+    check('the transmit meter shows while transmitting', meter === 'PO', meter);
     const closedAt = Date.now();
     await page.close();
     let unkeyedAfter = -1;
