@@ -158,6 +158,12 @@ async function main() {
     await page.setViewport({ width: 390, height: 844, deviceScaleFactor: 2, isMobile: true, hasTouch: true });
     await sleep(300);
     await page.screenshot({ path: join(OUT, 'web-panel-phone.png'), fullPage: true });
+    const overflow = await page.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);
+    check('the phone layout needs no sideways scrolling', overflow <= 0, overflow + ' px too wide');
+    const unnamed = await page.$$eval('button, input, [role="meter"], .freq', (els) => els
+      .filter((e) => !(e.getAttribute('aria-label') || (e.labels && e.labels.length) || e.textContent.trim()))
+      .map((e) => e.id || e.outerHTML.slice(0, 40)));
+    check('every control has an accessible name', unnamed.length === 0, unnamed.join(', '));
     await page.setViewport({ width: 1100, height: 900 });
     await sleep(300);
     await page.screenshot({ path: join(OUT, 'web-panel-desktop.png'), fullPage: true });
