@@ -3,7 +3,8 @@
 # Installs what the build and the tests need from Debian's packages, when it is missing.
 set -euo pipefail
 # librsvg2-bin renders the icon to PNG at build time.
-packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libqt6serialport6-dev librsvg2-bin)
+# qt6-websockets-dev for the web panel; openssl makes the certificate its HTTPS test serves.
+packages=(cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libqt6serialport6-dev librsvg2-bin qt6-websockets-dev openssl)
 packages+=("$@")
 missing=()
 for p in "${packages[@]}"; do

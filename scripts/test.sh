@@ -10,8 +10,12 @@ cd "$(dirname "$0")/.."
 # the desktop checks validate the menu entry, the AppStream file and the manual pages with the
 # platform's own tools and build the Debian package (dpkg-shlibdeps finds its dependencies), which
 # lintian checks.
+# Chromium runs the web panel's page in its browser test, driven by puppeteer-core, which npm installs.
 bash scripts/setup.sh clang libclang-rt-14-dev libhamlib-utils desktop-file-utils appstream man-db groff-base \
-    dpkg-dev lintian
+    dpkg-dev lintian chromium
+# node and npm from Debian, unless the machine already has them (from another source, which Debian's
+# npm would conflict with).
+command -v npm >/dev/null || bash scripts/setup.sh nodejs npm
 jobs=2
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
 cmake --build build --parallel $jobs

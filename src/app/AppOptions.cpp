@@ -38,7 +38,19 @@ AppOptions parseAppOptions(const QStringList& arguments)
         QStringLiteral(
             "Open sharing ports for this run: native, text or native,text (Setup > Sharing Ports keeps them)."),
         QStringLiteral("ports"));
-    parser.addOptions({simulate, model, port, settings, rigctld, share, fastLink, screenshot, dump});
+    const QCommandLineOption web(
+        QStringLiteral("web"),
+        QStringLiteral("Serve the web panel on [ADDRESS:]PORT for this run (default address 127.0.0.1; "
+                       "Setup > Web Panel keeps it)."),
+        QStringLiteral("[address:]port"));
+    const QCommandLineOption webCert(QStringLiteral("web-cert"),
+                                     QStringLiteral("PEM certificate for the web panel: HTTPS only (with --web-key)."),
+                                     QStringLiteral("file"));
+    const QCommandLineOption webKey(QStringLiteral("web-key"),
+                                    QStringLiteral("PEM private key for the web panel's certificate."),
+                                    QStringLiteral("file"));
+    parser.addOptions(
+        {simulate, model, port, settings, rigctld, share, fastLink, web, webCert, webKey, screenshot, dump});
     parser.process(arguments);
 
     AppOptions o;
@@ -54,6 +66,11 @@ AppOptions parseAppOptions(const QStringList& arguments)
     o.rigctld = parser.value(rigctld);
     o.share = parser.value(share);
     o.fastLink = parser.isSet(fastLink);
+    o.web = parser.value(web);
+    o.webCert = parser.value(webCert);
+    o.webKey = parser.value(webKey);
+    if (o.webCert.isEmpty() != o.webKey.isEmpty())
+        o.error = QStringLiteral("--web-cert and --web-key go together");
     if (parser.isSet(screenshot)) {
         const QStringList parts = parser.value(screenshot).split(u',');
         o.screenshot = parts.value(0);

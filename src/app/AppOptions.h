@@ -16,7 +16,10 @@ struct AppOptions {
     QString rigctld;         // "[ADDRESS:]PORT": share the radio on the network for this run
     QString share;           // "native", "text" or both: sharing ports opened for this run
     bool fastLink = false;   // --fast-link: the fast link for this run, nothing stored
-    QString error;           // non-empty: the command line is wrong
+    QString web;             // "[ADDRESS:]PORT": the web panel there for this run
+    QString webCert;         // PEM certificate and key: the web panel over HTTPS for this run
+    QString webKey;
+    QString error;  // non-empty: the command line is wrong
 };
 
 // Parses the arguments; --help and --version print and exit the process as usual.

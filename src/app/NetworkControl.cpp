@@ -25,6 +25,8 @@ NetworkControl::NetworkControl(Form1& form, SettingsStore& settings, QObject* pa
         backend_->update(v, FlagsView{}, form_.mainSMeterValue());
     });
     connect(&form, &Form1::flagsShown, this, [this](const FlagsView& f) {
+        // The meters were read between the status and the flags.
+        backend_->setTransmitMeter(form_.meterSelector(), form_.transmitMeterPercent());
         if (lastStatus_)
             backend_->update(*lastStatus_, f, form_.mainSMeterValue());
     });

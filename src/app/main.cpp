@@ -16,6 +16,7 @@
 #include "SharingControl.h"
 #include "SimHost.h"
 #include "TextPort.h"
+#include "WebControl.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -90,6 +91,15 @@ int main(int argc, char* argv[])
         }
     }
 
+    WebControl::RunOptions web{std::nullopt, options.webCert, options.webKey};
+    if (!options.web.isEmpty()) {
+        web.endpoint = WebSettings::parseEndpoint(options.web);
+        if (!web.endpoint) {
+            std::fprintf(stderr, "ft1000cat: --web takes [ADDRESS:]PORT, not \"%s\"\n", qPrintable(options.web));
+            return 2;
+        }
+    }
+
     AppWindows windows;
     auto form = std::make_unique<Form1>(link, *settings, windows, prompts);
     windows.setHost(form.get());
@@ -104,6 +114,8 @@ int main(int argc, char* argv[])
         std::make_unique<SharingPortOf<NativePort>>(std::make_unique<NativePort>(network->backend(), form->pollCache()),
                                                     NativePort::LinkName),
         std::make_unique<SharingPortOf<TextPort>>(std::make_unique<TextPort>(network->backend()), TextPort::LinkName));
+    // The panel through the same backend: one snapshot, one transmit gate.
+    auto webPanel = std::make_unique<WebControl>(*form, *settings, network->backend());
     QObject::connect(sharing.get(), &SharingControl::portOpened, [](const QString& line) {
         std::printf("%s\n", qPrintable(line));
         std::fflush(stdout);
@@ -116,6 +128,12 @@ int main(int argc, char* argv[])
     QString shareError;
     if (!sharing->start(share, &shareError))
         std::fprintf(stderr, "ft1000cat: sharing port not opened: %s\n", qPrintable(shareError));
+    QString webError;
+    if (!webPanel->start(web, &webError))
+        std::fprintf(stderr, "ft1000cat: web panel not started: %s\n", qPrintable(webError));
+    else if (webPanel->listening())
+        std::printf("web panel: %s\n", qPrintable(webPanel->address()));  // the codes are in Setup > Web Panel
+    std::fflush(stdout);
 
     if (!options.screenshot.isEmpty()) {
         QTimer::singleShot(options.screenshotAfterMs, form.get(), [&] {
@@ -130,7 +148,8 @@ int main(int argc, char* argv[])
         std::printf("fastLink=%d\npollRate=%s\n", fastLink->on() ? 1 : 0, qPrintable(fastLink->rateText()));
         std::fflush(stdout);
     }
-    sharing.reset();  // before the backend it serves from
+    webPanel.reset();  // before the backend it serves from
+    sharing.reset();
     network.reset();
     fastLink.reset();
     windows.closeAll();  // they save their settings through the main window, so before it goes

@@ -88,6 +88,8 @@ public:
     int radioType() const { return radioType_; }
     int meterSelector() const { return meterSelector_; }
     int mainSMeterValue() const { return mainSMeter_; }
+    // The chosen transmit meter's gauge, 0..100.
+    int transmitMeterPercent() const { return transmitMeterPercent_; }
     int lastToggleParam() const { return lastToggleParam_; }
     bool txAuthorized() const;
     bool analyserPresent() const { return analyserPresent_; }
@@ -245,6 +247,7 @@ private:
     int radioType_ = 1;
     int meterSelector_ = 0x80;  // PO selected when the window opens
     int mainSMeter_ = 0;
+    int transmitMeterPercent_ = 0;
     int lastToggleParam_ = 0;
     bool muted_[3] = {false, false, false};
     bool transmitting_ = false;

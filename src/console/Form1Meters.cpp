@@ -22,6 +22,7 @@ void Form1::showMeters(const MeterReplies& replies)
     const MeterView v = decodeMeters(firstByte(replies.mainS), firstByte(replies.subS), firstByte(replies.transmit),
                                      firstByte(replies.pitch));
     mainSMeter_ = v.mainS;
+    transmitMeterPercent_ = v.transmitPercent;
     Label5->setText(v.line);
     axPanel1->setLevel(v.mainPercent);
     axPanel3->setLevel(v.subPercent);

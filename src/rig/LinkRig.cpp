@@ -4,6 +4,7 @@
 #include "CatPort.h"
 #include "Clock.h"
 #include "FlagsDecoder.h"
+#include "MeterDecoder.h"
 #include "PollCache.h"
 #include "Procedures.h"
 #include "RadioLink.h"
@@ -106,6 +107,7 @@ T LinkRig::settle(Hold<T>& h, T polled)
 
 void LinkRig::update(const StatusView& status, const FlagsView& flags, int mainSMeterRaw)
 {
+    state_.noLink = status.noLink;
     if (!status.noLink) {
         state_.haveStatus = true;
         state_.vfoAHz = settle(freqA_, vfoHz(status.a));
@@ -117,11 +119,23 @@ void LinkRig::update(const StatusView& status, const FlagsView& flags, int mainS
         state_.mainSMeterRaw = mainSMeterRaw;
         state_.clarifierA = clarifier(status.a);
         state_.clarifierB = clarifier(status.b);
+        if (!status.antCaption.isEmpty())
+            state_.antennaText = status.antCaption.trimmed();
     }
     if (flags.decoded && !flags.markV) {
         state_.split = settle(split_, flags.split);
         state_.ptt = settle(ptt_, flags.xmit);
+        state_.dual = flags.dual;
+        state_.tuner = flags.tuner;
+        state_.lockText = flags.lockVisible ? flags.lockCaption : QString();
     }
+}
+
+void LinkRig::setTransmitMeter(int selector, int percent)
+{
+    const TransmitMeter* meter = transmitMeter(selector - MeterSelector::TransmitBase);
+    state_.transmitMeterName = meter != nullptr ? QString::fromLatin1(meter->caption) : QString();
+    state_.transmitMeterPercent = percent;
 }
 
 Rig::ClientId LinkRig::openClient(const QString& door)

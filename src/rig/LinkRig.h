@@ -47,6 +47,8 @@ public:
     // From the poll, on the thread that owns this object. A status view with noLink keeps the
     // last values; a flags view not decoded, or of the model check, changes none of the flags.
     void update(const StatusView& status, const FlagsView& flags, int mainSMeterRaw);
+    // The transmit meter the poll read (its selector, 0x80 + the meter's index) and its gauge.
+    void setTransmitMeter(int selector, int percent);
     // "Authorize Tx": withdrawing it while a client keeps the transmitter keyed unkeys it.
     void setTxAuthorized(bool on);
     // The band scope shown: its sweep retunes the radio, so no client may key meanwhile, and one

@@ -3,6 +3,7 @@
 // The radio's state as every door to it sees it: what the poll last read, with each set a client made
 // shown at once (until a poll confirms it).
 
+#include <QString>
 #include <QtGlobal>
 
 // The two VFOs as the doors name them.
@@ -26,6 +27,15 @@ struct RigState {
     ClarifierState clarifierA;
     ClarifierState clarifierB;
     int memoryChannel = 0;  // the channel number shown on the radio; the poll does not read it
+    // What the main window shows beside the frequencies, for a door that shows the radio (the web
+    // panel) rather than answers a program.
+    bool noLink = false;  // the last status request had no reply: "No Link"
+    bool dual = false;
+    bool tuner = false;
+    QString lockText;              // "A Lock", "B Lock", "A/B Lk"; empty while no VFO is locked
+    QString antennaText;           // "ANT A", "ANT B" or "ANT Rx"; empty until the first status record
+    QString transmitMeterName;     // the transmit meter the main window reads: "PO", "ALC", "SWR"...
+    int transmitMeterPercent = 0;  // its gauge, 0..100
 };
 
 // This radio's main receiver always works VFO-A; it transmits on VFO-B while split is on.

@@ -146,6 +146,25 @@ int main(int argc, char* argv[])
         ++i;
     }
 
+    i = 0;
+    for (const char* text :
+         {"GET / HTTP/1.1\r\nHost: 127.0.0.1:8073\r\n\r\n",
+          "POST /login HTTP/1.1\r\nHost: h\r\nOrigin: http://h\r\nContent-Type: application/x-www-form-urlencoded\r\n"
+          "Content-Length: 37\r\n\r\ncode=0123456789abcdef0123456789abcdef",
+          "GET /ws HTTP/1.1\r\nHost: h:1\r\nConnection: Upgrade\r\nUpgrade: websocket\r\nOrigin: http://h:1\r\n"
+          "Cookie: a=1; ft1000panel=abc\r\nSec-WebSocket-Version: 13\r\nSec-WebSocket-Key: x\r\n\r\n",
+          "POST /login HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n"}) {
+        seed(QStringLiteral("fuzz_web_request"), QStringLiteral("req-%1").arg(i), QByteArray(1, char(i * 11)) + text);
+        ++i;
+    }
+
+    i = 0;
+    for (const char* text :
+         {R"({"t":"tune","vfo":"A","hz":14250000})", R"({"t":"step","vfo":"B","hz":-100})", R"({"t":"band","index":3})",
+          R"({"t":"mode","vfo":"A","mode":2})", R"({"t":"split","on":true})", R"({"t":"recall","channel":12})",
+          R"({"t":"ptt","on":false})", R"({"t":"copyAB"})", R"([1,{"t":null}])"})
+        seed(QStringLiteral("fuzz_panel_command"), QStringLiteral("cmd-%1").arg(i++), text);
+
     std::printf("%d seeds written to %s\n", written, qPrintable(outRoot));
     return 0;
 }

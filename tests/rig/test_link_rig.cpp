@@ -109,6 +109,59 @@ private slots:
         QCOMPARE(r.backend.state().mainSMeterRaw, 100);
     }
 
+    void thePanelIndicationsComeWithThePoll()
+    {
+        OnFakeLink r;
+        StatusView v = status(14074.0, 1, 7074.0, 0);
+        v.antCaption = QStringLiteral("  ANT B");
+        FlagsView f = flags(false, false);
+        f.dual = true;
+        f.tuner = true;
+        f.lockVisible = true;
+        f.lockCaption = QStringLiteral("A/B Lk");
+        r.backend.update(v, f, 0);
+        RigState s = r.backend.state();
+        QVERIFY(!s.noLink);
+        QVERIFY(s.dual);
+        QVERIFY(s.tuner);
+        QCOMPARE(s.lockText, QStringLiteral("A/B Lk"));
+        QCOMPARE(s.antennaText, QStringLiteral("ANT B"));
+
+        r.backend.update(v, flags(false, false), 0);  // unlocked, single receive
+        s = r.backend.state();
+        QVERIFY(!s.dual);
+        QVERIFY(s.lockText.isEmpty());
+
+        StatusView none;
+        none.noLink = true;
+        r.backend.update(none, FlagsView{}, 0);
+        s = r.backend.state();
+        QVERIFY(s.noLink);
+        QCOMPARE(s.antennaText, QStringLiteral("ANT B"));  // the last values stay
+        QCOMPARE(s.vfoAHz, 14074000);
+    }
+
+    void theTransmitMeterIsTheOneTheWindowReads_data()
+    {
+        QTest::addColumn<int>("selector");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("PO") << 0x80 << "PO";
+        QTest::newRow("ALC") << 0x81 << "ALC";
+        QTest::newRow("SWR") << 0x85 << "SWR";
+        QTest::newRow("Mic") << 0x86 << "Mic";
+        QTest::newRow("no meter 2") << 0x82 << "";
+    }
+    void theTransmitMeterIsTheOneTheWindowReads()
+    {
+        QFETCH(int, selector);
+        QFETCH(QString, name);
+        OnFakeLink r;
+        r.backend.setTransmitMeter(selector, 37);
+        QCOMPARE(r.backend.state().transmitMeterName, name);
+        QCOMPARE(r.backend.state().transmitMeterPercent, 37);
+        QVERIFY(r.writes().isEmpty());
+    }
+
     void aModeOutsideTheTableKeepsTheLastMode()
     {
         OnFakeLink r;
