@@ -119,8 +119,11 @@ void RadioLink::enqueue(Job job)
         inlineRunning_ = false;
         return;
     }
-    QMetaObject::invokeMethod(worker_, ThreadHandoff::handOver([this, job = std::move(job)] {
+    QMetaObject::invokeMethod(worker_, ThreadHandoff::handOver([this, job = std::move(job)]() mutable {
                                   runOne(job);
+                                  // The job, and all it holds, is gone before it counts as done:
+                                  // who waits for an idle link may then free what the job used.
+                                  job = nullptr;
                                   --pending_;
                               }),
                               Qt::QueuedConnection);
@@ -227,6 +230,9 @@ bool RadioLink::postReplacing(int key, Job job)
         if (mode_ == Mode::Threaded)
             ++pending_;
         waiting_.insert_or_assign(key, WaitingSet{slot, ++waitingOrder_, others_});
+        // Let go of it here, under the lock the link thread takes to empty it: if this was the last
+        // hold on it, it goes after that.
+        slot.reset();
     }
     enqueue(std::move(wrapper));
     return true;
