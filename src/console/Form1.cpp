@@ -3,6 +3,7 @@
 #include "BandScope.h"
 #include "Clock.h"
 #include "ConfigScrn.h"
+#include "Form1Follow.h"
 #include "PanelLook.h"
 #include "PollCache.h"
 #include "PressButton.h"
@@ -68,8 +69,8 @@ bool Form1::portOpen() const
 
 void Form1::setPollEnabled(bool on)
 {
+    setFollowPollOn(on);
     if (!on) {
-        restFollowing();
         // A tick that fell due while the last poll ran would otherwise run after the jobs of
         // whoever turned the poll off (between a sweep's passes, before its tune back).
         link_.forgetDue(JobKind::Poll);
@@ -166,41 +167,56 @@ void Form1::Get_Status32(int stat)
         return;
     const int selector = meterSelector_;
     auto back = courier();
-    // True when the status record came back (the knob's follower compares its frequencies).
-    auto job = [back, selector, stat, cache = pollCache_, link = &link_](CatPort& port) {
+    // The flags read, when the poll got so far.
+    auto job = [back, selector, stat, cache = pollCache_, link = &link_](
+                   CatPort& port, StatusReply& status, const auto& goOn) -> std::optional<FlagsReply> {
         const quint64 mark = cache->pollStarting();
-        const StatusReply status = ::Get_Status32(port);
-        if (!status.ran)
-            return false;
+        status = ::Get_Status32(port, goOn);
+        if (!status.ran || status.cut)
+            return std::nullopt;
         cache->storeStatus(mark, status);
         back([record = status.record](Form1& f) { f.showStatus(record); });
-        const bool statusCame = status.record.size() == 2 * ReplySize::VfoRecord;
         if (status.record.isEmpty() || stat != 0)
-            return statusCame;
+            return std::nullopt;
         link->runWaitingSets(port);  // a client's frequency need not wait out the whole poll
         const MeterReplies meters = readMeters(port, selector);
         cache->storeMeters(mark, selector, meters);
         back([meters](Form1& f) { f.showMeters(meters); });
         if (!meters.complete())
-            return statusCame;
+            return std::nullopt;
         link->runWaitingSets(port);
         const FlagsReply flags = ::GetFlags(port, 1);
         cache->storeFlags(mark, flags);
         back([flags](Form1& f) { f.showFlags(1, flags); });
-        return statusCame;
+        return flags;
     };
     if (stat == 0)
-        link_.postTick(JobKind::Poll, [job, back](CatPort& port) {
-            // The meters' age runs from when the poll began, not from when the window heard of it.
+        link_.postTick(JobKind::Poll, [job, back, follow = followSteps(), cache = pollCache_](CatPort& port) {
+            // A tick that fell due before following began: the chain's own full polls do its work.
+            if (follow.chainRunning())
+                return;
+            // The meters' age runs from when the poll began.
             const qint64 startedMs = port.clock().nowMs();
-            const bool statusCame = job(port);
-            back([statusCame, startedMs](Form1& f) {
-                emit f.pollFinished();
-                f.followAfterPoll(statusCame, startedMs);
+            // A knob found turning at the first read is followed from there on.
+            const quint64 mark = cache->pollStarting();
+            StatusReply status;
+            std::optional<quint64> chain;
+            const auto flags = job(port, status, [&](const QByteArray& a) {
+                chain = follow.startsAtFirstRead(a);
+                return !chain;
             });
+            if (status.cut)
+                return follow.cutPoll(mark, status.currentVfo, *chain);
+            if (!status.ran)
+                return;
+            back([](Form1& f) { emit f.pollFinished(); });
+            follow.afterPoll(status, flags ? &*flags : nullptr, startedMs);
         });
     else
-        link_.post([job](CatPort& port) { job(port); });
+        link_.post([job](CatPort& port) {
+            StatusReply status;
+            job(port, status, nullptr);
+        });
 }
 
 void Form1::GetFlags(int arg)

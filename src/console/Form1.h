@@ -193,14 +193,17 @@ private:
 
     // Following the knob.
     struct FollowChain;
+    struct FollowSteps;
     struct ReadingJob;
+    struct FullPollJob;
     static std::shared_ptr<FollowChain> makeFollowChain();
-    void syncFollower();
-    void restFollowing();
-    bool followingOn();  // following, and its chain not held up
-    void followAfterPoll(bool statusCame, qint64 pollStartedMs);
-    void followFullPoll();
-    void showReading(const VfoReading& reading, bool vfoB);
+    FollowSteps followSteps();
+    void setFollowPollOn(bool on);
+    void letGoOfChain();  // under the chain's lock: steps on their way end where they are
+    bool followingOn();   // following, and its chain not held up
+    // A VFO's record read alone, in place of its half of the last whole record; counted: a reading
+    // (not part of a full poll, which counts as one).
+    void showReading(const QByteArray& record, bool vfoB, bool counted = true);
 
     // Poll painting.
     void showStatus(const QByteArray& record);

@@ -24,7 +24,7 @@ void SetFreq(CatPort& port, qint64 frq, int vfo)
     port.send(setFreqCommand(frq, vfo));
 }
 
-StatusReply Get_Status32(CatPort& port)
+StatusReply Get_Status32(CatPort& port, const std::function<bool(const QByteArray&)>& goOn)
 {
     StatusReply r;
     if (!port.isOpen())
@@ -32,6 +32,11 @@ StatusReply Get_Status32(CatPort& port)
     r.ran = true;
     r.currentVfo = port.request(CatCommand::make(Op::StatusRequest, StatusKind::CurrentVfo), Wait::StatusCurrentVfo,
                                 /*clearFirst=*/true);
+    if (goOn && !goOn(r.currentVfo)) {
+        r.cut = true;
+        r.record = r.currentVfo;
+        return r;
+    }
     r.bothVfos = port.request(CatCommand::make(Op::StatusRequest, StatusKind::BothVfos), Wait::StatusBothVfos);
     r.record = r.currentVfo + r.bothVfos.mid(ReplySize::VfoRecord, ReplySize::VfoRecord);
     return r;
@@ -64,14 +69,27 @@ FlagsReply GetFlags(CatPort& port, int arg)
 MeterReplies readMeters(CatPort& port, int selector)
 {
     MeterReplies m;
-    if (!port.isOpen())
-        return m;
-    m.ran = true;
-    m.mainS = port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, MeterSelector::MainS), Wait::Meter, true);
-    m.subS = port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, MeterSelector::SubS), Wait::Meter, true);
-    m.transmit = port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, selector), Wait::Meter, true);
-    m.pitch = port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, MeterSelector::CwPitch), Wait::Meter, true);
+    readReceiveMeters(port, m);
+    readTransmitMeters(port, selector, m);
     return m;
+}
+
+void readReceiveMeters(CatPort& port, MeterReplies& into)
+{
+    if (!port.isOpen())
+        return;
+    into.ran = true;
+    into.mainS = port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, MeterSelector::MainS), Wait::Meter, true);
+    into.subS = port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, MeterSelector::SubS), Wait::Meter, true);
+}
+
+void readTransmitMeters(CatPort& port, int selector, MeterReplies& into)
+{
+    if (!port.isOpen())
+        return;
+    into.ran = true;
+    into.transmit = port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, selector), Wait::Meter, true);
+    into.pitch = port.request(CatCommand::make(Op::ReadMeter, 0, 0, 0, MeterSelector::CwPitch), Wait::Meter, true);
 }
 
 int firstByte(const QByteArray& reply)

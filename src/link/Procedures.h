@@ -6,6 +6,7 @@
 #include "Timing.h"
 
 #include <QByteArray>
+#include <functional>
 
 class CatPort;
 
@@ -21,8 +22,10 @@ struct StatusReply {
     bool ran = false;  // false when the port was closed
     QByteArray record;
     QByteArray currentVfo, bothVfos;  // the two replies as the radio gave them
+    bool cut = false;                 // stopped after the current-VFO reply, as asked
 };
-StatusReply Get_Status32(CatPort& port);
+// goOn, when given, sees the current-VFO reply and may stop the read there (false).
+StatusReply Get_Status32(CatPort& port, const std::function<bool(const QByteArray&)>& goOn = nullptr);
 
 // One VFO's record alone, for following the knob: VFO-A's from the current-VFO reply, VFO-B's from its
 // half of the both-VFOs reply. `record` is that VFO's 16 bytes, empty unless the reply came whole.
@@ -48,6 +51,10 @@ struct MeterReplies {
     bool complete() const { return !mainS.isEmpty() && !subS.isEmpty() && !transmit.isEmpty() && !pitch.isEmpty(); }
 };
 MeterReplies readMeters(CatPort& port, int selector);
+// The same four reads in two halves, in the same order: the receivers' S-meters, then the transmit
+// meter and the CW pitch.
+void readReceiveMeters(CatPort& port, MeterReplies& into);
+void readTransmitMeters(CatPort& port, int selector, MeterReplies& into);
 
 // A whole poll as the timer runs it: status; on a reply, meters; when they all answered, flags (arg 1).
 struct PollReplies {

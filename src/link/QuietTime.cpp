@@ -2,6 +2,7 @@
 #include "QuietTime.h"
 
 #include <algorithm>
+#include <functional>
 
 void QuietTime::observeGap(int ms)
 {
@@ -15,6 +16,10 @@ void QuietTime::endReply()
     longest_[static_cast<size_t>(next_)] = current_;
     next_ = (next_ + 1) % RepliesRemembered;
     current_ = 0;
-    const int gap = *std::max_element(longest_.begin(), longest_.end());
+    // A pause counts once two of the recent replies had one as long: an adapter's bursts show in
+    // reply after reply, while a single late arrival is the computer's hiccup, not the line's.
+    std::array<int, RepliesRemembered> sorted = longest_;
+    std::nth_element(sorted.begin(), sorted.begin() + 1, sorted.end(), std::greater<>());
+    const int gap = sorted[1];
     quietMs_ = gap > 0 ? std::clamp(gap + MarginMs, MinimumMs, MaximumMs) : MinimumMs;
 }

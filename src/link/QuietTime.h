@@ -4,7 +4,8 @@
 // replies arrive. At line pace the bytes come a few milliseconds apart and a short quiet time
 // suffices; a USB serial adapter hands them over in bursts (every 16 ms on the most common chips),
 // and a doubled reply's tail then comes a whole burst later: the quiet time must outlast the longest
-// pause seen inside recent replies, or that tail is taken for the start of the next reply.
+// pause seen inside two or more of the recent replies, or that tail is taken for the start of the
+// next reply.
 
 #include <array>
 

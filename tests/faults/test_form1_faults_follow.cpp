@@ -8,14 +8,15 @@
 #include <QTemporaryDir>
 
 namespace {
-// Full polls that reached the radio: each asks for both VFOs' records, which VFO-A's readings do not.
+// Full polls that reached the radio: each ends with the flags read, which the readings of a VFO's
+// record never make (a reading of VFO-B asks for both records, as the full poll does).
 int fullPollsSeen(const SimHost& host)
 {
-    static const QByteArray bothVfos = QByteArray::fromHex("0000000310");
+    static const QByteArray flags = QByteArray::fromHex("00000001fa");
     int n = 0;
     const QList<SimHost::LogEntry> log = host.log();
     for (const SimHost::LogEntry& e : log)
-        n += e.command == bothVfos;
+        n += e.command == flags;
     return n;
 }
 }  // namespace

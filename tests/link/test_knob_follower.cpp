@@ -8,38 +8,57 @@
 using Next = KnobFollower::Next;
 using Vfo = KnobFollower::Vfo;
 
+namespace {
+// Readings of VFO-A, each taking readingMs and finding the knob a step on, while the follower asks
+// for them; at the end it must ask for a full poll. t and f are where the last one left off.
+int readWhileAsked(KnobFollower& k, qint64& t, qint64& f, qint64 readingMs)
+{
+    int readings = 0;
+    KnobFollower::Next n = KnobFollower::Next::ReadA;
+    while (n == KnobFollower::Next::ReadA) {
+        t += readingMs;
+        f += 10;
+        n = k.afterReading(KnobFollower::Vfo::A, f, t);
+        ++readings;
+    }
+    if (n != KnobFollower::Next::FullPoll)
+        qWarning("the readings ended with no full poll asked for");
+    return n == KnobFollower::Next::FullPoll ? readings : -1;
+}
+}  // namespace
+
 class TestKnobFollower : public QObject {
     Q_OBJECT
 private slots:
     void aPollThatSeesNoChangeKeepsTheTimedPoll()
     {
         KnobFollower k;
-        QCOMPARE(k.afterPoll(1407400, 707400, 0), Next::TimedPoll);  // the first poll only learns
-        QCOMPARE(k.afterPoll(1407400, 707400, 300), Next::TimedPoll);
+        QCOMPARE(k.afterPoll(1407400, 707400, 0, 0), Next::TimedPoll);  // the first poll only learns
+        QCOMPARE(k.afterPoll(1407400, 707400, 300, 300), Next::TimedPoll);
         QVERIFY(!k.following());
     }
 
     void aPollThatSeesVfoAMoveStartsFollowingIt()
     {
         KnobFollower k;
-        k.afterPoll(1407400, 707400, 0);
-        QCOMPARE(k.afterPoll(1407410, 707400, 300), Next::ReadA);
+        k.afterPoll(1407400, 707400, 0, 0);
+        QCOMPARE(k.afterPoll(1407410, 707400, 300, 300), Next::ReadA);
         QVERIFY(k.following());
     }
 
     void vfoBsMoveIsFollowedWithItsOwnReading()
     {
         KnobFollower k;
-        k.afterPoll(1407400, 707400, 0);
-        QCOMPARE(k.afterPoll(1407400, 707450, 300), Next::ReadB);
+        k.afterPoll(1407400, 707400, 0, 0);
+        QCOMPARE(k.afterPoll(1407400, 707450, 300, 300), Next::ReadB);
         QCOMPARE(k.afterReading(Vfo::B, 707460, 350), Next::ReadB);
     }
 
     void bothMovingTakeTurns()
     {
         KnobFollower k;
-        k.afterPoll(1407400, 707400, 0);
-        const Next first = k.afterPoll(1407410, 707410, 300);
+        k.afterPoll(1407400, 707400, 0, 0);
+        const Next first = k.afterPoll(1407410, 707410, 300, 300);
         QVERIFY(first == Next::ReadA || first == Next::ReadB);
         const Vfo v = first == Next::ReadA ? Vfo::A : Vfo::B;
         const Next second = k.afterReading(v, v == Vfo::A ? 1407420 : 707420, 350);
@@ -49,8 +68,8 @@ private slots:
     void threeAgreeingReadingsEndIt()
     {
         KnobFollower k;
-        k.afterPoll(1407400, 707400, 0);
-        QCOMPARE(k.afterPoll(1407410, 707400, 300), Next::ReadA);
+        k.afterPoll(1407400, 707400, 0, 0);
+        QCOMPARE(k.afterPoll(1407410, 707400, 300, 300), Next::ReadA);
         QCOMPARE(k.afterReading(Vfo::A, 1407450, 350), Next::ReadA);
         QCOMPARE(k.afterReading(Vfo::A, 1407460, 400), Next::ReadA);      // still moving
         QCOMPARE(k.afterReading(Vfo::A, 1407460, 450), Next::ReadA);      // two agree
@@ -61,8 +80,8 @@ private slots:
     void aReadingThatMovesAgainStartsTheCountAfresh()
     {
         KnobFollower k;
-        k.afterPoll(1407400, 707400, 0);
-        k.afterPoll(1407410, 707400, 300);
+        k.afterPoll(1407400, 707400, 0, 0);
+        k.afterPoll(1407410, 707400, 300, 300);
         k.afterReading(Vfo::A, 1407460, 350);
         k.afterReading(Vfo::A, 1407460, 400);
         QCOMPARE(k.afterReading(Vfo::A, 1407470, 450), Next::ReadA);
@@ -73,31 +92,74 @@ private slots:
     void aFullPollAtLeastEverySecondWhileFollowing()
     {
         KnobFollower k;
-        k.afterPoll(1407400, 707400, 0);
-        QCOMPARE(k.afterPoll(1407410, 707400, 1000), Next::ReadA);
-        qint64 t = 1000;
+        k.afterPoll(1407400, 707400, 0, 250);
+        QCOMPARE(k.afterPoll(1407410, 707400, 1000, 1250), Next::ReadA);
+        qint64 t = 1250;
         qint64 f = 1407410;
-        int readings = 0;
-        Next n = Next::ReadA;
-        while (n == Next::ReadA) {
-            t += 48;
-            f += 10;
-            n = k.afterReading(Vfo::A, f, t);
-            ++readings;
-        }
-        QCOMPARE(n, Next::FullPoll);
-        QVERIFY(t - 1000 >= KnobFollower::FullPollEveryMs - KnobFollower::FullPollLeadMs);
-        QVERIFY(t - 1000 < KnobFollower::FullPollEveryMs - KnobFollower::FullPollLeadMs + 48);
+        const int readings = readWhileAsked(k, t, f, 48);
         QVERIFY(readings > 1);
-        // The full poll runs, and following goes on while the knob turns.
-        QCOMPARE(k.afterPoll(f + 10, 707400, t + 250), Next::ReadA);
+        // The timed poll took 250 ms; the full poll while following also carries its readings.
+        // One more reading would have left less than the spare time before the second is up.
+        const qint64 spare = KnobFollower::FullPollSpareMs;
+        const qint64 expected = 250 + KnobFollower::ReadingsInFullPoll * 48;
+        QVERIFY(t + 48 + expected + spare >= 1250 + KnobFollower::FullPollEveryMs);
+        QVERIFY(t + expected + spare < 1250 + KnobFollower::FullPollEveryMs);
+        // The full poll runs (300 ms), and following goes on while the knob turns; the next full
+        // poll is timed by how long this one took.
+        f += 10;
+        QCOMPARE(k.afterPoll(f, 707400, t, t + 300), Next::ReadA);
+        const qint64 ended = t + 300;
+        t = ended;
+        readWhileAsked(k, t, f, 48);
+        QVERIFY(t + 48 + 300 + spare >= ended + KnobFollower::FullPollEveryMs);
+        QVERIFY(t + 300 + spare < ended + KnobFollower::FullPollEveryMs);
+    }
+
+    void slowerReadingsBringTheFullPollForward()
+    {
+        KnobFollower k;
+        k.afterPoll(1407400, 707400, 0, 250);
+        QCOMPARE(k.afterPoll(1407410, 707400, 1000, 1250), Next::ReadA);
+        // Readings 120 ms apart (a radio that answers late): the full poll starts earlier.
+        qint64 t = 1250;
+        qint64 f = 1407410;
+        readWhileAsked(k, t, f, 120);
+        const qint64 expected = 250 + KnobFollower::ReadingsInFullPoll * 120;
+        QVERIFY(t + 120 + expected + KnobFollower::FullPollSpareMs >= 1250 + KnobFollower::FullPollEveryMs);
+        QVERIFY(t + expected + KnobFollower::FullPollSpareMs < 1250 + KnobFollower::FullPollEveryMs);
+    }
+
+    void aFirstReadThatSeesVfoAMoveStartsFollowingAtOnce()
+    {
+        KnobFollower k;
+        QVERIFY(!k.startsAtFirstRead(1407400, 0));  // nothing known yet
+        k.afterPoll(1407400, 707400, 0, 250);
+        QVERIFY(!k.startsAtFirstRead(1407400, 300));  // the same place
+        QVERIFY(!k.startsAtFirstRead(std::nullopt, 300));
+        QVERIFY(k.startsAtFirstRead(1407410, 300));
+        QVERIFY(k.following());
+        QVERIFY(k.followingA());
+        // The full poll is still due within a second of the last whole one.
+        qint64 t = 300;
+        qint64 f = 1407410;
+        readWhileAsked(k, t, f, 50);
+        QVERIFY(t + 250 + KnobFollower::ReadingsInFullPoll * 50 < 250 + KnobFollower::FullPollEveryMs);
+    }
+
+    void aFirstReadIsNotFollowedWhenOff()
+    {
+        KnobFollower k;
+        k.afterPoll(1407400, 707400, 0, 0);
+        k.setEnabled(false);
+        QVERIFY(!k.startsAtFirstRead(1407410, 300));
+        QVERIFY(!k.following());
     }
 
     void aFailedReadingEndsFollowing()
     {
         KnobFollower k;
-        k.afterPoll(1407400, 707400, 0);
-        k.afterPoll(1407410, 707400, 300);
+        k.afterPoll(1407400, 707400, 0, 0);
+        k.afterPoll(1407410, 707400, 300, 300);
         QCOMPARE(k.afterReading(Vfo::A, std::nullopt, 350), Next::TimedPoll);
         QVERIFY(!k.following());
     }
@@ -105,9 +167,9 @@ private slots:
     void aPollWithoutStatusEndsFollowing()
     {
         KnobFollower k;
-        k.afterPoll(1407400, 707400, 0);
-        k.afterPoll(1407410, 707400, 300);
-        QCOMPARE(k.afterPoll(std::nullopt, std::nullopt, 600), Next::TimedPoll);
+        k.afterPoll(1407400, 707400, 0, 0);
+        k.afterPoll(1407410, 707400, 300, 300);
+        QCOMPARE(k.afterPoll(std::nullopt, std::nullopt, 600, 600), Next::TimedPoll);
         QVERIFY(!k.following());
     }
 
@@ -115,8 +177,8 @@ private slots:
     {
         KnobFollower k;
         k.setEnabled(false);
-        k.afterPoll(1407400, 707400, 0);
-        QCOMPARE(k.afterPoll(1407410, 707400, 300), Next::TimedPoll);
+        k.afterPoll(1407400, 707400, 0, 0);
+        QCOMPARE(k.afterPoll(1407410, 707400, 300, 300), Next::TimedPoll);
         QCOMPARE(k.afterReading(Vfo::A, 1407420, 350), Next::TimedPoll);
         QVERIFY(!k.following());
     }
@@ -124,13 +186,13 @@ private slots:
     void switchingOffWhileFollowingStopsIt()
     {
         KnobFollower k;
-        k.afterPoll(1407400, 707400, 0);
-        k.afterPoll(1407410, 707400, 300);
+        k.afterPoll(1407400, 707400, 0, 0);
+        k.afterPoll(1407410, 707400, 300, 300);
         k.setEnabled(false);
         QVERIFY(!k.following());
         k.setEnabled(true);
         // Switched on again, it learns the VFOs afresh before it follows.
-        QCOMPARE(k.afterPoll(1407500, 707400, 600), Next::TimedPoll);
+        QCOMPARE(k.afterPoll(1407500, 707400, 600, 600), Next::TimedPoll);
     }
 };
 
