@@ -207,8 +207,6 @@ void Form1::Get_Status32(int stat)
             });
             if (status.cut)
                 return follow.cutPoll(mark, status.currentVfo, *chain);
-            if (!status.ran)
-                return;
             back([](Form1& f) { emit f.pollFinished(); });
             follow.afterPoll(status, flags ? &*flags : nullptr, startedMs);
         });

@@ -262,11 +262,10 @@ void Form1::FollowSteps::cutPoll(quint64 mark, const QByteArray& currentVfo, qui
 
 void Form1::FollowSteps::afterPoll(const StatusReply& status, const FlagsReply* flags, qint64 startedMs) const
 {
-    if (flags)
-        FullPollJob::noteVfoMode(*this, *flags);
     // Only a poll that read everything starts following: the meters and flags are then fresh.
     if (!flags)
         return go(decide(failed, From::TimedPoll));
+    FullPollJob::noteVfoMode(*this, *flags);
     std::optional<qint64> a, b;
     if (status.record.size() == 2 * ReplySize::VfoRecord) {
         a = stepsOfRecord(status.record.left(ReplySize::VfoRecord), false);
