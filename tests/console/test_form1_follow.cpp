@@ -3,6 +3,7 @@
 // fake clock: the poll that sees a VFO move, the readings of that VFO alone, the full poll at least
 // every second, the rest after three agreeing readings, a failed reading, and the fast link off.
 #include "ConsoleFixture.h"
+#include "Procedures.h"
 #include "VirtualRadio.h"
 
 #include <QLabel>
@@ -29,14 +30,24 @@ struct Scene : ConsoleFixture {
     {
         const bool statusRead = quint8(command[4]) == Op::StatusRequest;
         if (statusRead && knobSteps > 0) {
-            VfoState v = radio.vfo(knobVfo);
-            v.freq10Hz += 1;
-            radio.setVfo(knobVfo, v);
+            if (tuneMain) {
+                // The main receiver, whatever it works (a recalled channel goes to memory tune).
+                radio.handle(setFreqCommand(radio.mainReceiver().freq10Hz + 1, 1).bytes());
+            } else {
+                VfoState v = radio.vfo(knobVfo);
+                v.freq10Hz += 1;
+                radio.setVfo(knobVfo, v);
+            }
             --knobSteps;
         }
         if (onCommand)
             onCommand(command);
         QByteArray reply = radio.handle(command);
+        if (storedVfoAFirst && statusRead && quint8(command[3]) == StatusKind::BothVfos && reply.size() > 5) {
+            const quint32 count = quint32(radio.vfo(Vfo::A).freq10Hz * 16);  // 1600 to the kHz
+            for (int i = 0; i < 4; ++i)
+                reply[1 + i] = char(count >> (8 * (3 - i)));
+        }
         // The current-VFO read that comes back short, counted from when it was asked for.
         if (statusRead && quint8(command[3]) == StatusKind::CurrentVfo && shortAtRead > 0 && --shortAtRead == 0)
             reply.chop(3);
@@ -50,6 +61,8 @@ struct Scene : ConsoleFixture {
     static constexpr int LineMsPerByte = 2;  // about 4800 baud
     VirtualRadio radio;
     Vfo knobVfo = Vfo::A;
+    bool tuneMain = false;
+    bool storedVfoAFirst = false;
     int knobSteps = 0;
     int shortAtRead = 0;
     std::function<void(const QByteArray&)> onCommand;
@@ -128,6 +141,29 @@ private slots:
         const QString power = QStringLiteral("80 00 00 00 F7"), pitch = QStringLiteral("F1 00 00 00 F7");
         const QStringList expected = {ReadA, ReadB, ReadA, mainS, subS, ReadA, power, pitch, ReadA, ReadFlags, ReadA};
         QCOMPARE(w.mid(at - 1, int(expected.size())), expected);
+    }
+
+    void inMemoryOperationTheFullPollReadsVfoAsRecordItself()
+    {
+        Scene s;
+        s.radio.handle(CatCommand::make(Op::RecallMemory, 1).bytes());
+        VfoState a = s.radio.vfo(Vfo::A);
+        a.freq10Hz = 2120000;  // away from the channel
+        s.radio.setVfo(Vfo::A, a);
+        // A radio whose both-VFOs reply starts with the stored VFO-A, not the channel it works.
+        s.storedVfoAFirst = true;
+        s.tuneMain = true;
+        s.poll();
+        s.takeWrites();
+        QList<double> shown;
+        QObject::connect(s.form.get(), &Form1::statusShown, [&] { shown << s.form->vfoKHz(1); });
+        s.knobSteps = 400;
+        s.poll();
+        const QStringList w = s.takeWrites();
+        QVERIFY2(s.count(w, ReadFlags) >= 2, qPrintable(w.join(u'|')));
+        QVERIFY(!shown.isEmpty());
+        QVERIFY2(!shown.contains(21200.0), "the both-VFOs reply's first half was shown for the channel");
+        QCOMPARE(s.form->vfoKHz(1), double(s.radio.mainReceiver().freq10Hz) / 100.0);
     }
 
     void aTimedPollQueuedBeforeFollowingBeganLeavesTheChainAlone()
