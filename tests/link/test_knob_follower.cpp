@@ -25,6 +25,27 @@ int readWhileAsked(KnobFollower& k, qint64& t, qint64& f, qint64 readingMs)
         qWarning("the readings ended with no full poll asked for");
     return n == KnobFollower::Next::FullPoll ? readings : -1;
 }
+
+constexpr qint64 TimedPollMs = 250;
+constexpr qint64 TimedPollEndsMs = 1250;
+
+// A timed poll learns where the VFOs are; the next, from 1000 to 1250 ms, finds VFO-A moved. Returns
+// when the following begins.
+qint64 startFollowingAfterATimedPoll(KnobFollower& k)
+{
+    k.afterPoll(1407400, 707400, 0, TimedPollMs);
+    if (k.afterPoll(1407410, 707400, TimedPollEndsMs - TimedPollMs, TimedPollEndsMs) != KnobFollower::Next::ReadA)
+        qWarning("the second poll did not start following");
+    return TimedPollEndsMs;
+}
+
+// The full poll asked for at t: with one more reading of readingMs, a full poll of fullPollMs would
+// have ended with less than the spare time left of the second after lastEndedMs; without, it does not.
+bool askedJustInTime(qint64 t, qint64 readingMs, qint64 fullPollMs, qint64 lastEndedMs)
+{
+    const qint64 due = lastEndedMs + KnobFollower::FullPollEveryMs - KnobFollower::FullPollSpareMs;
+    return t + readingMs + fullPollMs >= due && t + fullPollMs < due;
+}
 }  // namespace
 
 class TestKnobFollower : public QObject {
@@ -92,18 +113,11 @@ private slots:
     void aFullPollAtLeastEverySecondWhileFollowing()
     {
         KnobFollower k;
-        k.afterPoll(1407400, 707400, 0, 250);
-        QCOMPARE(k.afterPoll(1407410, 707400, 1000, 1250), Next::ReadA);
-        qint64 t = 1250;
+        qint64 t = startFollowingAfterATimedPoll(k);
         qint64 f = 1407410;
-        const int readings = readWhileAsked(k, t, f, 48);
-        QVERIFY(readings > 1);
+        QVERIFY(readWhileAsked(k, t, f, 48) > 1);
         // The timed poll took 250 ms; the full poll while following also carries its readings.
-        // One more reading would have left less than the spare time before the second is up.
-        const qint64 spare = KnobFollower::FullPollSpareMs;
-        const qint64 expected = 250 + KnobFollower::ReadingsInFullPoll * 48;
-        QVERIFY(t + 48 + expected + spare >= 1250 + KnobFollower::FullPollEveryMs);
-        QVERIFY(t + expected + spare < 1250 + KnobFollower::FullPollEveryMs);
+        QVERIFY(askedJustInTime(t, 48, TimedPollMs + KnobFollower::ReadingsInFullPoll * 48, TimedPollEndsMs));
         // The full poll runs (300 ms), and following goes on while the knob turns; the next full
         // poll is timed by how long this one took.
         f += 10;
@@ -111,22 +125,17 @@ private slots:
         const qint64 ended = t + 300;
         t = ended;
         readWhileAsked(k, t, f, 48);
-        QVERIFY(t + 48 + 300 + spare >= ended + KnobFollower::FullPollEveryMs);
-        QVERIFY(t + 300 + spare < ended + KnobFollower::FullPollEveryMs);
+        QVERIFY(askedJustInTime(t, 48, 300, ended));
     }
 
     void slowerReadingsBringTheFullPollForward()
     {
         KnobFollower k;
-        k.afterPoll(1407400, 707400, 0, 250);
-        QCOMPARE(k.afterPoll(1407410, 707400, 1000, 1250), Next::ReadA);
-        // Readings 120 ms apart (a radio that answers late): the full poll starts earlier.
-        qint64 t = 1250;
+        qint64 t = startFollowingAfterATimedPoll(k);
         qint64 f = 1407410;
+        // Readings 120 ms apart (a radio that answers late): the full poll starts earlier.
         readWhileAsked(k, t, f, 120);
-        const qint64 expected = 250 + KnobFollower::ReadingsInFullPoll * 120;
-        QVERIFY(t + 120 + expected + KnobFollower::FullPollSpareMs >= 1250 + KnobFollower::FullPollEveryMs);
-        QVERIFY(t + expected + KnobFollower::FullPollSpareMs < 1250 + KnobFollower::FullPollEveryMs);
+        QVERIFY(askedJustInTime(t, 120, TimedPollMs + KnobFollower::ReadingsInFullPoll * 120, TimedPollEndsMs));
     }
 
     void aFirstReadThatSeesVfoAMoveStartsFollowingAtOnce()
