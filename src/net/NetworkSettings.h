@@ -9,6 +9,7 @@
 
 #include <QString>
 #include <optional>
+#include "Endpoint.h"
 
 class SettingsStore;
 
@@ -29,10 +30,7 @@ struct NetworkSettings {
     // "4532", "127.0.0.1:4532", "0.0.0.0:4532", "[::1]:4532" or "localhost:4532". A text without an
     // address keeps the loopback. Nothing for a port outside 1..65535 or a text that is not of this
     // form.
-    struct Endpoint {
-        QString address;
-        quint16 port;
-    };
+    using Endpoint = ::Endpoint;
     static std::optional<Endpoint> parseEndpoint(const QString& text);
 };
 

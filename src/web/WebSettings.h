@@ -8,6 +8,7 @@
 // use), "CertFile" and "KeyFile" (PEM files; with both the panel serves HTTPS and WSS only).
 
 #include "AccessCodes.h"
+#include "Endpoint.h"
 
 #include <QString>
 #include <optional>
@@ -31,10 +32,7 @@ struct WebSettings {
     bool completeCodes();
     bool secure() const { return !certFile.isEmpty() && !keyFile.isEmpty(); }
 
-    struct Endpoint {
-        QString address;
-        quint16 port;
-    };
+    using Endpoint = ::Endpoint;
     // "8073", "127.0.0.1:8073", "0.0.0.0:8073", "[::1]:8073" or "localhost:8073"; a text without an
     // address keeps the loopback. Nothing for a port outside 1..65535 or a text not of this form.
     static std::optional<Endpoint> parseEndpoint(const QString& text);
